@@ -1,0 +1,27 @@
+# The two commands people run: `make demo` and `make test`.
+.PHONY: all deps build demo test test-asan clean
+
+JOBS ?= $(shell nproc)
+
+all: build
+
+deps:
+	@scripts/install-deps
+
+build: deps
+	@cmake --preset default >/dev/null
+	@cmake --build --preset default -j $(JOBS)
+
+demo: build
+	@./build/apps/beamwright-demo
+
+test: build
+	@ctest --preset default -j $(JOBS)
+
+test-asan: deps
+	@cmake --preset asan >/dev/null
+	@cmake --build --preset asan -j $(JOBS)
+	@ctest --preset asan -j $(JOBS)
+
+clean:
+	@rm -rf build build-asan

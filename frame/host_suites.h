@@ -1,0 +1,44 @@
+#pragma once
+// The host function tables that the whole plugin shares, fetched by setHost,
+// and the chain of fetches that setHost runs for each plugin-base class.
+
+#include "frame/host_api.h"
+
+namespace Tessera::Sorrel::ViewerAPI {
+
+struct HostSuites {
+    void* pluginManager = nullptr;  // fetched, never called
+    void* logging = nullptr;        // fetched twice, never called
+    void* loggingAgain = nullptr;
+    const OptionIdGeneratorHostSuite* optionIdGenerator = nullptr;
+    PluginHost* optionIdGeneratorHost = nullptr;  // the host the generator table came from
+    const AttributeHostSuite* groupBuilder = nullptr;
+    const AttributeHostSuite* attributes = nullptr;
+};
+
+/// The process-wide tables; written by every setHost chain.
+HostSuites& hostSuites();
+
+/// The attribute table; a successful setHost is a precondition of every attribute call.
+inline const AttributeHostSuite& attributeHost() { return *hostSuites().attributes; }
+
+/// Fetches a table: 0 and the table when the host has it, -1 otherwise (also for a null host).
+int fetchHostSuite(PluginHost* host, const char* name, unsigned int version, void** out);
+
+/// The shared part of every setHost: stores the host pointer in `classHost`
+/// first, then fetches the shared tables in order; returns the first failure.
+int runSetHostChain(PluginHost*& classHost, PluginHost* host);
+
+/// A wrapper's first construction: sets `classHost` only if it is still null,
+/// running the chain then; the status is not reported.
+void adoptHostOnce(PluginHost*& classHost, PluginHost* host);
+
+/// Fetches a class's own table through its static host pointer; null when absent.
+template <typename Suite>
+const Suite* fetchObjectSuite(PluginHost* host, const char* name, unsigned int version) {
+    void* suite = nullptr;
+    fetchHostSuite(host, name, version, &suite);
+    return static_cast<const Suite*>(suite);
+}
+
+}  // namespace Tessera::Sorrel::ViewerAPI

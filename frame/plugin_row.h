@@ -1,0 +1,44 @@
+#pragma once
+// The plugin table: the rows that getPlugins hands to the host.
+
+#include <cstddef>
+#include <cstdint>
+
+#include "frame/host_api.h"
+
+namespace Tessera::Sorrel::ViewerAPI {
+
+/// One row of the plugin table, a binary record shared with the host.
+struct PluginRow {
+    const char* name;
+    const char* apiName;
+    std::uint32_t apiVersion;
+    std::uint32_t pluginVersionMajor;
+    std::uint32_t pluginVersionMinor;
+    int (*setHost)(PluginHost* host);
+    const void* (*getSuite)();
+    void (*flush)();
+};
+static_assert(sizeof(PluginRow) == 56);
+static_assert(offsetof(PluginRow, name) == 0);
+static_assert(offsetof(PluginRow, apiName) == 8);
+static_assert(offsetof(PluginRow, apiVersion) == 16);
+static_assert(offsetof(PluginRow, pluginVersionMajor) == 20);
+static_assert(offsetof(PluginRow, pluginVersionMinor) == 24);
+static_assert(offsetof(PluginRow, setHost) == 32);
+static_assert(offsetof(PluginRow, getSuite) == 40);
+static_assert(offsetof(PluginRow, flush) == 48);
+
+constexpr std::uint32_t kPluginVersionMajor = 0;
+constexpr std::uint32_t kPluginVersionMinor = 1;
+
+}  // namespace Tessera::Sorrel::ViewerAPI
+
+extern "C" {
+/// Rebuilds the plugin table and returns its first row (null when empty).
+__attribute__((visibility("default"))) const Tessera::Sorrel::ViewerAPI::PluginRow* getPlugins(
+    unsigned int* outCount);
+/// Appends a copy of a row; it lasts until the next getPlugins.
+__attribute__((visibility("default"))) void registerPlugin(
+    const Tessera::Sorrel::ViewerAPI::PluginRow* row);
+}
