@@ -1,6 +1,7 @@
 #include "host/plugin_host.h"
 
 #include "host/attribute_model.h"
+#include "host/viewer_tables.h"
 
 namespace sorrel {
 
@@ -44,6 +45,7 @@ PluginHost::PluginHost() : record_{&getHostSuiteFn} {
     provide("Logging", 1, loggingTable());
     provide("OptionIdGeneratorHost", 1, OptionIdGenerator::instance().table());
     provide("AttributeHost", 5, AttributeModel::instance().table());
+    provideViewerTables(*this);
 }
 
 void PluginHost::provide(const std::string& name, unsigned int version, const SuiteTable& table) {

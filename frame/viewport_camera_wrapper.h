@@ -1,0 +1,26 @@
+#pragma once
+// A viewport's camera as the plugin sees it.
+
+#include "frame/object_triple.h"
+#include "frame/plugin_kinds.h"
+#include "frame/viewer_host_suites.h"
+#include "support/vector_matrix.h"
+
+namespace Tessera::Sorrel::ViewerAPI {
+
+using ViewerUtils::Vec3d;
+
+class ViewportCameraWrapper
+    : public ObjectWrapper<ViewportCameraPluginBase, ViewportCameraHostSuite> {
+public:
+    /// Throws std::runtime_error when the host lacks the camera table.
+    ViewportCameraWrapper(PluginHost* creatorHost, const ObjectTriple& triple);
+
+    /// The camera's position, world space.
+    Vec3d getOrigin() const;
+
+private:
+    std::shared_ptr<void> unused_;  // the kind has a shared pointer and never fills it
+};
+
+}  // namespace Tessera::Sorrel::ViewerAPI

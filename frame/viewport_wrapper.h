@@ -1,0 +1,48 @@
+#pragma once
+// A viewport as the plugin sees it: size, matrices, camera, sibling layers,
+// manipulators and the viewer delegate.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "frame/object_triple.h"
+#include "frame/plugin_kinds.h"
+#include "frame/viewer_host_suites.h"
+#include "lqm/mat4.h"
+
+namespace Tessera::Sorrel::ViewerAPI {
+
+class ViewerDelegateWrapper;
+class ViewportCameraWrapper;
+class ViewportLayerWrapper;
+class ManipulatorWrapper;
+
+class ViewportWrapper : public ObjectWrapper<ViewportPluginBase, ViewportHostSuite> {
+public:
+    using ObjectWrapper::ObjectWrapper;
+
+    /// Made on the first call and kept while this wrapper lives.
+    std::shared_ptr<ViewerDelegateWrapper> getViewerDelegate();
+    /// A new wrapper at each call; throws when the host lacks the camera table.
+    std::shared_ptr<ViewportCameraWrapper> getActiveCamera() const;
+    /// Pixels.
+    std::int32_t getWidth() const;
+    std::int32_t getHeight() const;
+    /// Asks the host for a redraw.
+    void setDirty(bool dirty) const;
+    std::shared_ptr<ViewportLayerWrapper> getLayer(const std::string& name) const;
+    std::shared_ptr<ViewportLayerWrapper> getLayer(std::uint32_t index) const;
+    std::uint32_t getNumberOfLayers() const;
+    /// The host's sixteen doubles, untested.
+    const double* getViewMatrix() const;
+    /// A copy of the view matrix; the identity when the host has none.
+    lqm::Mat4<double> getViewMatrix44() const;
+    const double* getProjectionMatrix() const;
+    std::shared_ptr<ManipulatorWrapper> getManipulator(const std::string& name) const;
+
+private:
+    std::shared_ptr<ViewerDelegateWrapper> viewerDelegate_;
+};
+
+}  // namespace Tessera::Sorrel::ViewerAPI

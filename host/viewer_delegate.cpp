@@ -1,0 +1,80 @@
+#include "host/viewer_delegate.h"
+
+namespace sorrel {
+
+namespace {
+const SuiteTable& delegateSuite() {
+    static const SuiteTable table("ViewerDelegatePlugin");
+    return table;
+}
+}  // namespace
+
+ViewerDelegate::ViewerDelegate() = default;
+ViewerDelegate::~ViewerDelegate() { removeComponents(); }
+
+ComponentObject& ViewerDelegate::addComponent(const std::string& name, void* const* suite) {
+    auto slot = std::make_unique<ComponentSlot>();
+    slot->name = name;
+    slot->owner = this;
+    slot->object = std::make_unique<ComponentObject>(suite, slot.get());
+    slot->object->setup();
+    components_.push_back(std::move(slot));
+    return *components_.back()->object;
+}
+
+ComponentObject* ViewerDelegate::component(const std::string& name) {
+    for (const auto& slot : components_)
+        if (slot->name == name) return slot->object.get();
+    return nullptr;
+}
+
+void ViewerDelegate::removeComponents() {
+    while (!components_.empty()) {
+        components_.back()->object->cleanup();
+        components_.pop_back();
+    }
+}
+
+AttrRef ViewerDelegate::callMethod(const std::string& name, const AttrRef& argument) {
+    methodCalls_.push_back(name);
+    const auto found = methods_.find(name);
+    return found != methods_.end() ? found->second(argument) : AttrRef();
+}
+
+void ViewerDelegate::sendEvent(const std::string& path, std::uint32_t flags) {
+    const Location* location = scene_.find(path);
+    const AttrRef attributes = location != nullptr ? location->attributes : AttrRef();
+    const AttrRef transform =
+        location != nullptr
+            ? AttrRef(AttributeModel::instance().makeDoubles({location->local.begin(), location->local.end()}))
+            : AttrRef();
+    for (const auto& slot : components_) slot->object->locationEvent(path, attributes, transform, flags);
+}
+
+void ViewerDelegate::sendLocation(const std::string& path, std::uint32_t extraFlags) {
+    sendEvent(path, LocationFlags::kAttributesChanged | extraFlags);
+}
+
+void ViewerDelegate::sendTransformChange(const std::string& path) {
+    sendEvent(path, LocationFlags::kTransformChanged);
+}
+
+void ViewerDelegate::sendRemoval(const std::string& path) {
+    sendEvent(path, LocationFlags::kRemoved);
+}
+
+void ViewerDelegate::sendSelection(const std::vector<std::string>& paths) {
+    for (const auto& slot : components_) slot->object->locationsSelected(paths);
+}
+
+void ViewerDelegate::putLocation(const std::string& path, AttrRef attributes, const Matrix& local) {
+    scene_.set(path, std::move(attributes), local);
+    sendLocation(path);
+}
+
+ObjectTriple ViewerDelegate::triple() {
+    record_.object = this;
+    return {this, &record_, delegateSuite().data()};
+}
+
+}  // namespace sorrel

@@ -1,0 +1,80 @@
+#pragma once
+// The host's viewer delegate: the scene, its components (the plugin's
+// viewer delegate components among them) and its named commands.
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/attribute_model.h"
+#include "host/host_object.h"
+#include "host/plugin_objects.h"
+#include "host/scene.h"
+
+namespace sorrel {
+
+class ViewerDelegate : public HostObject {
+public:
+    using Method = std::function<AttrRef(const AttrRef& argument)>;
+
+    ViewerDelegate();
+    ~ViewerDelegate() override;
+
+    Scene& scene() { return scene_; }
+
+    /// Creates a plugin component by its entry table and calls its setup.
+    ComponentObject& addComponent(const std::string& name, void* const* suite);
+    ComponentObject* component(const std::string& name);
+    /// Calls cleanup and destroy on every component, newest first.
+    void removeComponents();
+
+    /// A command the plugin can run by name; a missing one answers null.
+    void defineMethod(const std::string& name, Method method) { methods_[name] = std::move(method); }
+    AttrRef callMethod(const std::string& name, const AttrRef& argument);
+    /// Calls made to each command, in order, for tests.
+    const std::vector<std::string>& methodCalls() const { return methodCalls_; }
+
+    // Location events as the host sends them to every component.
+    /// A location that is new or whose attributes changed.
+    void sendLocation(const std::string& path, std::uint32_t extraFlags = 0);
+    /// A changed transform: the host reports the moved location only.
+    void sendTransformChange(const std::string& path);
+    void sendRemoval(const std::string& path);
+    void sendSelection(const std::vector<std::string>& paths);
+    /// Sets a location and sends it.
+    void putLocation(const std::string& path, AttrRef attributes, const Matrix& local = kIdentity);
+
+    ObjectTriple triple();
+    /// Counts getWorldTransform and getLocationAttributes calls, for tests.
+    std::uint64_t transformQueries = 0;
+
+private:
+    struct ComponentSlot {
+        std::string name;
+        ViewerDelegate* owner = nullptr;
+        std::unique_ptr<ComponentObject> object;
+    };
+    void sendEvent(const std::string& path, std::uint32_t flags);
+
+    Scene scene_;
+    std::vector<std::unique_ptr<ComponentSlot>> components_;
+    std::map<std::string, Method> methods_;
+    std::vector<std::string> methodCalls_;
+    HostObjectRecord record_;
+
+    friend struct ViewerTables;
+};
+
+/// Flag bits of a location event record.
+namespace LocationFlags {
+constexpr std::uint32_t kExcluded = 0x2;
+constexpr std::uint32_t kRemoved = 0x10000;
+constexpr std::uint32_t kAttributesChanged = 0x20000;
+constexpr std::uint32_t kTransformChanged = 0x40000;
+constexpr std::uint32_t kStateChanged = 0x80000;
+}  // namespace LocationFlags
+
+}  // namespace sorrel
