@@ -1,0 +1,117 @@
+#pragma once
+// UTIL::SceneTree::SceneTree: a tree of nodes stored by full location path, linked
+// to parent and children, and walked breadth first.
+
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "scene/breadth_first_iterator.h"
+
+namespace UTIL::SceneTree {
+
+/// Node has the fields `path`, `depth`, `parent`, `children` and `data` of
+/// SorrelLocationNode. IndexMap maps a path to a Node by value and must keep the
+/// addresses of nodes and keys over insertion and rehashing, as std::unordered_map
+/// does: nodes point at one another and at their own key, and users of the tree
+/// keep pointers to payloads. PathClimber gives a path's parent path.
+///
+/// The index is the whole state: no root pointer, no count. Several nodes without
+/// parent may stand side by side; a walk starts wherever the caller looks up.
+template <class Node, class Iterator, class ConstIterator, class IndexMap, class PathClimber>
+class SceneTree {
+public:
+    SceneTree() = default;
+    // Nodes point into this tree's own index; a copy would point into the original.
+    SceneTree(const SceneTree&) = delete;
+    SceneTree& operator=(const SceneTree&) = delete;
+    virtual ~SceneTree() = default;
+
+    /// Called for each node just before it is erased. By then its children are gone
+    /// from the index, though its `children` still lists them.
+    virtual void nodeRemoving(Node* /*node*/) {}
+
+    /// Removes `node` and everything below it, children before parents, and returns
+    /// how many nodes went. `node` stays in its parent's `children`: unlinking it
+    /// first is the caller's matter.
+    virtual std::uint64_t removeSubtree(Node* node) {
+        std::uint64_t removed = 0;
+        for (Node* const child : node->children) removed += removeSubtree(child);
+        nodeRemoving(node);
+        // Erased by position, since the key that `path` points at dies with the node.
+        index.erase(index.find(*node->path));
+        return removed + 1;
+    }
+
+    /// Called for each new node as the last step of its insertion.
+    virtual void nodeAdded(Node* /*node*/) {}
+
+    Node* find(const std::string& path) {
+        const auto entry = index.find(path);
+        return entry == index.end() ? nullptr : &entry->second;
+    }
+    const Node* find(const std::string& path) const {
+        const auto entry = index.find(path);
+        return entry == index.end() ? nullptr : &entry->second;
+    }
+
+    Node* findOrInsert(const std::string& path, bool createMissingParents) {
+        Node* const existing = find(path);
+        return existing ? existing : insert(path, createMissingParents);
+    }
+
+    /// Adds a node for `path`, which must not be in the tree yet. A path whose parent
+    /// path is empty ("/root", "") becomes a node without parent. Otherwise the parent
+    /// must be in the tree, or, with `createMissingParents`, is made first; when it
+    /// cannot be had the result is null and nothing has changed.
+    Node* insert(const std::string& path, bool createMissingParents) {
+        const std::string parentPath = PathClimber::parentPath(path);
+        if (parentPath.empty()) return insertRoot(path);
+        // A path without '/' is its own parent's path: no place in the tree, and
+        // climbing from it would never end.
+        if (parentPath == path) return nullptr;
+        Node* const parent =
+            createMissingParents ? findOrInsert(parentPath, true) : find(parentPath);
+        return parent ? insertChild(parent, path) : nullptr;
+    }
+
+    Node* insertRoot(const std::string& path) {
+        Node* const node = emplace(path);
+        node->depth = 1;
+        nodeAdded(node);
+        return node;
+    }
+
+    Node* insertChild(Node* parent, const std::string& path) {
+        Node* const node = emplace(path);
+        node->depth = parent->depth + 1;
+        node->parent = parent;
+        parent->children.push_back(node);
+        nodeAdded(node);
+        return node;
+    }
+
+    /// Breadth first from `start`, which comes first; a null start walks nothing.
+    WalkRange<Iterator> walk(Node* start) { return WalkRange<Iterator>(Iterator(start)); }
+    WalkRange<ConstIterator> walk(const Node* start) const {
+        return WalkRange<ConstIterator>(ConstIterator(start));
+    }
+
+    std::size_t size() const { return index.size(); }
+
+protected:
+    IndexMap index;
+
+private:
+    Node* emplace(const std::string& path) {
+        const auto [entry, added] = index.try_emplace(path);
+        assert(added && "a path is inserted once");
+        static_cast<void>(added);
+        Node& node = entry->second;
+        node.path = &entry->first;
+        return &node;
+    }
+};
+
+}  // namespace UTIL::SceneTree
