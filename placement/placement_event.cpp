@@ -1,0 +1,85 @@
+// BeamwrightLayer::event: modifiers to the manipulator on every press or move,
+// a placement on a plain left press or drag, a package on a Shift left press.
+// No state is kept between events: a drag is a run of moves with the left
+// button held.
+
+#include "frame/option_id.h"
+#include "frame/wrappers.h"
+#include "placement/placement_layer.h"
+
+using namespace Tessera::Sorrel::ViewerAPI;
+
+namespace {
+
+constexpr const char* kManipulatorName = "GLBeamwrightManipulator";
+constexpr std::int32_t kLeftButton = 1;
+constexpr std::int32_t kLeftButtonHeldBit = 0x1;
+constexpr std::int32_t kShiftModifier = 0x02000000;
+
+void setOnEveryHandle(const ManipulatorWrapper& manipulator, OptionId id, const Attribute& value) {
+    const std::uint32_t count = manipulator.getNumberOfHandles();
+    for (std::uint32_t i = 0; i < count; ++i)
+        if (const auto handle = manipulator.getHandle(i)) handle->setOption(id, value);
+}
+
+GroupAttribute lightDataOf(const BeamwrightLayer::LightPlacement& placement) {
+    const double position[3] = {placement.position.x, placement.position.y, placement.position.z};
+    const double direction[3] = {placement.direction.x, placement.direction.y,
+                                 placement.direction.z};
+    GroupBuilder builder;
+    builder.set("position", DoubleAttribute::createTriple(position))
+        .set("direction", DoubleAttribute::createTriple(direction))
+        .set("distance", DoubleAttribute::create(placement.distance))
+        .set("strictPosition", IntAttribute::create(placement.strictPosition ? 1 : 0))
+        .set("orientationFixed", IntAttribute::create(placement.orientationFixed ? 1 : 0));
+    return builder.build();
+}
+
+}  // namespace
+
+bool BeamwrightLayer::event(const GroupAttribute& event) {
+    static const AttributeHash kMouseButtonPress = hashOfText("MouseButtonPress");
+    static const AttributeHash kMouseMove = hashOfText("MouseMove");
+    static const OptionId kCurrentModifiers = getOptionId("CurrentModifiers");
+    static const OptionId kLightData = getOptionId("LightData");
+
+    if (!enabled) return false;
+    const std::shared_ptr<ViewportWrapper> viewport = getViewport();
+    const std::shared_ptr<ViewerDelegateWrapper> delegate = viewport->getViewerDelegate();
+
+    const GroupAttribute data = getEventData(event);
+    if (!data.isValid()) return false;
+
+    const AttributeHash type = getEventTypeHash(event);
+    const std::int32_t button = data.getChild<IntAttribute>("button").getValue(0);
+    const std::int32_t buttons = data.getChild<IntAttribute>("buttons").getValue(0);
+    const IntAttribute modifiersAttribute = data.getChild<IntAttribute>("modifiers");
+    const std::int32_t modifiers = modifiersAttribute.getValue(0);
+    const IntAttribute x = data.getChild<IntAttribute>("x");
+    const IntAttribute y = data.getChild<IntAttribute>("y");
+    const bool isPress = type == kMouseButtonPress;
+    const bool isMove = type == kMouseMove;
+
+    if (isPress || isMove) {
+        if (const auto manipulator = viewport->getManipulator(kManipulatorName))
+            setOnEveryHandle(*manipulator, kCurrentModifiers, modifiersAttribute);
+    }
+
+    // Shift with the left press is the one gesture that creates.
+    if (isPress && button == kLeftButton && modifiers == kShiftModifier)
+        return runPackageCommand(x, y, *delegate);
+
+    if (!isPress && !isMove) return false;
+    if (button != kLeftButton && (buttons & kLeftButtonHeldBit) == 0) return false;
+    if (modifiers != 0) return false;
+
+    const auto manipulator = viewport->getManipulator(kManipulatorName);
+    if (!manipulator) return false;
+
+    const LightPlacement placement =
+        computePlacement(x, y, defaultDistance, defaultShadowFallDistance);
+    // Nothing under the cursor still tells the handles, with a null "LightData".
+    const Attribute lightData = placement.valid ? Attribute(lightDataOf(placement)) : Attribute();
+    setOnEveryHandle(*manipulator, kLightData, lightData);
+    return false;
+}
