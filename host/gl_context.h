@@ -1,0 +1,57 @@
+#pragma once
+// An OpenGL context without a display: Mesa's surfaceless EGL platform, a GL
+// 4.5 compatibility profile, and a pbuffer surface with colour and depth.
+// GLEW's entry points are loaded, so the plugin's GL calls work under it.
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace sorrel {
+
+/// RGBA8 pixels, rows from the top of the picture (as viewports count y).
+struct RgbaImage {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> pixels;
+
+    /// Red, green, blue and alpha at column x and row y, y from the top.
+    std::array<std::uint8_t, 4> at(int x, int y) const;
+    /// Writes the picture as PNG; false when that did not work.
+    bool savePng(const std::string& path) const;
+};
+
+class GLContext {
+public:
+    /// Makes a context with a `width` x `height` pixel surface (RGBA8, 24-bit
+    /// depth, no multisampling) and makes it current. Throws
+    /// std::runtime_error naming the step that failed.
+    GLContext(int width, int height);
+    ~GLContext();
+    GLContext(const GLContext&) = delete;
+    GLContext& operator=(const GLContext&) = delete;
+
+    void makeCurrent() const;
+    int width() const { return width_; }
+    int height() const { return height_; }
+
+    /// The colour buffer of the current read framebuffer over the surface's size.
+    RgbaImage readPixels() const;
+
+private:
+    // EGL's handles are pointers; egl.h stays out of this header because its
+    // platform header would drag in X11's macros.
+    using EglHandle = void*;
+
+    void create();
+    void destroy();
+
+    int width_;
+    int height_;
+    EglHandle display_ = nullptr;
+    EglHandle context_ = nullptr;
+    EglHandle surface_ = nullptr;
+};
+
+}  // namespace sorrel

@@ -1,0 +1,33 @@
+#include "host/png_writer.h"
+
+// The host links libpng only where the build found it.
+#if __has_include(<png.h>)
+#include <png.h>
+#define SORREL_HAS_PNG 1
+#endif
+
+namespace sorrel {
+
+bool writePng(const std::string& path, int width, int height, const std::uint8_t* rgbaRowsFromTop) {
+#ifdef SORREL_HAS_PNG
+    if (width <= 0 || height <= 0 || rgbaRowsFromTop == nullptr) return false;
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(width);
+    image.height = static_cast<png_uint_32>(height);
+    image.format = PNG_FORMAT_RGBA;
+    const int written = png_image_write_to_file(&image, path.c_str(), /* convert_to_8bit = */ 0,
+                                                rgbaRowsFromTop, /* row_stride = */ 0,
+                                                /* colormap = */ nullptr);
+    png_image_free(&image);
+    return written != 0;
+#else
+    (void)path;
+    (void)width;
+    (void)height;
+    (void)rgbaRowsFromTop;
+    return false;
+#endif
+}
+
+}  // namespace sorrel

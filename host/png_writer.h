@@ -1,0 +1,15 @@
+#pragma once
+// Writes RGBA8 pictures as PNG files, so that a failing GL test leaves behind
+// what it saw.
+
+#include <cstdint>
+#include <string>
+
+namespace sorrel {
+
+/// Writes `width` x `height` pixels of four bytes each (red, green, blue,
+/// alpha), rows from the top, to `path`. False when the file could not be
+/// written, or when the host was built without PNG support.
+bool writePng(const std::string& path, int width, int height, const std::uint8_t* rgbaRowsFromTop);
+
+}  // namespace sorrel

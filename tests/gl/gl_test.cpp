@@ -1,0 +1,58 @@
+#include "tests/gl/gl_test.h"
+
+#include <GL/glew.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace gl_testing {
+
+std::string manipulatorShaderStem() {
+    return std::string(BEAMWRIGHT_RESOURCES_DIR) +
+           "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
+}
+
+void buildHandlePrograms(GLShaderProgram& solid, GLShaderProgram& line) {
+    const std::string stem = manipulatorShaderStem();
+    solid.addShader(stem + ".vert", GL_VERTEX_SHADER);
+    solid.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
+    solid.link();
+    line.addShader(stem + ".vert", GL_VERTEX_SHADER);
+    line.addShader(stem + ".geom", GL_GEOMETRY_SHADER);
+    line.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
+    line.link();
+}
+
+std::string writeTempFile(const std::string& name, const std::string& text) {
+    const std::string path = ::testing::TempDir() + name;
+    std::ofstream(path) << text;
+    return path;
+}
+
+void GLTest::SetUpTestSuite() {
+    context = std::make_unique<sorrel::GLContext>(kSurfaceSize, kSurfaceSize);
+}
+
+void GLTest::TearDownTestSuite() { context.reset(); }
+
+void GLTest::SetUp() {
+    context->makeCurrent();
+    glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+void GLTest::TearDown() {
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "the test left a GL error behind";
+    if (!HasFailure()) return;
+    const ::testing::TestInfo* const test = ::testing::UnitTest::GetInstance()->current_test_info();
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / "beamwright_gl_failures";
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    const std::string path =
+        (folder / (std::string(test->test_suite_name()) + "." + test->name() + ".png")).string();
+    if (readPixels().savePng(path)) std::cerr << "picture of the failure: " << path << "\n";
+}
+
+}  // namespace gl_testing

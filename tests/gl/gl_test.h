@@ -1,0 +1,40 @@
+#pragma once
+// GL tests: one headless context per test suite, cleared before each test; a
+// test that fails leaves the picture it saw under the temporary directory.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "host/gl_context.h"
+#include "support/gl_shader_program.h"
+
+namespace gl_testing {
+
+/// Width and height of the test surface, in pixels.
+constexpr int kSurfaceSize = 128;
+
+/// The shader file stem of the handles, as the handles layer forms it.
+std::string manipulatorShaderStem();
+
+/// Builds the handles layer's two programs from the shipped files, as its setup does.
+void buildHandlePrograms(GLShaderProgram& solid, GLShaderProgram& line);
+
+/// Writes `text` to a file of that `name` in the temporary directory; returns its path.
+std::string writeTempFile(const std::string& name, const std::string& text);
+
+class GLTest : public ::testing::Test {
+protected:
+    static void SetUpTestSuite();
+    static void TearDownTestSuite();
+    void SetUp() override;
+    void TearDown() override;
+
+    static sorrel::RgbaImage readPixels() { return context->readPixels(); }
+
+private:
+    static inline std::unique_ptr<sorrel::GLContext> context;
+};
+
+}  // namespace gl_testing
