@@ -5,6 +5,8 @@
 #include <algorithm>
 
 #include "host/plugin_objects.h"
+#include "host/viewer_delegate.h"
+#include "host/viewport.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -122,8 +124,9 @@ TEST_F(PluginEntry, CreateFetchesTheObjectTableAndDestroyReleasesIt) {
 }
 
 TEST_F(PluginEntry, LayerEntriesKeepTheReferenceRules) {
-    int token = 0;
-    const LayerObject layer(suiteOf("BeamwrightLayer"), &token);
+    ViewerDelegate delegate;
+    Viewport viewport(delegate, 64, 64);
+    const LayerObject& layer = viewport.addPluginLayer("BeamwrightLayer", suiteOf("BeamwrightLayer"));
     // A non-group event is released and reported unused; so is a null one.
     EXPECT_FALSE(layer.event(intAttr(7)));
     EXPECT_FALSE(layer.event(AttrRef()));
