@@ -6,6 +6,7 @@
 #include "frame/viewport_layer.h"
 #include "frame/viewport_layer_suite.h"
 #include "host/plugin_objects.h"
+#include "tests/support/quiet_layer.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
@@ -14,15 +15,8 @@ using sorrel::AttrRef;
 namespace {
 
 /// Records what the entries hand over and answers picks as told.
-class EntryProbe : public ViewportLayer {
+class EntryProbe : public testing_support::QuietLayer {
 public:
-    EntryProbe() : ViewportLayer(false) {}
-    void setup() override {}
-    void cleanup() override {}
-    void draw() override {}
-    void resize(std::int32_t, std::int32_t) override {}
-    void hostSignalA() override {}
-    void hostSignalB() override {}
     bool event(const GroupAttribute&) override {
         ++events;
         return true;

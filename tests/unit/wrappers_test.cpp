@@ -14,21 +14,15 @@
 #include "host/viewer_delegate.h"
 #include "host/viewport.h"
 #include "host/plugin_host.h"
+#include "tests/support/quiet_layer.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 
 namespace {
 
-class ProbeLayer : public ViewportLayer {
+class ProbeLayer : public testing_support::QuietLayer {
 public:
-    ProbeLayer() : ViewportLayer(false) {}
-    void setup() override {}
-    void cleanup() override {}
-    void draw() override {}
-    void resize(std::int32_t, std::int32_t) override {}
-    void hostSignalA() override {}
-    void hostSignalB() override {}
     void setOption(OptionId id, Attribute value) override {
         lastId = id;
         last = std::move(value);
