@@ -48,6 +48,7 @@ void ViewerDelegate::sendEvent(const std::string& path, std::uint32_t flags) {
         location != nullptr
             ? AttrRef(AttributeModel::instance().makeDoubles({location->local.begin(), location->local.end()}))
             : AttrRef();
+    if (excluded_.count(path) != 0) flags |= LocationFlags::kExcluded;
     for (const auto& slot : components_) slot->object->locationEvent(path, attributes, transform, flags);
 }
 
@@ -57,6 +58,10 @@ void ViewerDelegate::sendLocation(const std::string& path, std::uint32_t extraFl
 
 void ViewerDelegate::sendTransformChange(const std::string& path) {
     sendEvent(path, LocationFlags::kTransformChanged);
+}
+
+void ViewerDelegate::sendStateChange(const std::string& path) {
+    sendEvent(path, LocationFlags::kStateChanged);
 }
 
 void ViewerDelegate::sendRemoval(const std::string& path) {
@@ -70,6 +75,25 @@ void ViewerDelegate::sendSelection(const std::vector<std::string>& paths) {
 void ViewerDelegate::putLocation(const std::string& path, AttrRef attributes, const Matrix& local) {
     scene_.set(path, std::move(attributes), local);
     sendLocation(path);
+}
+
+void ViewerDelegate::moveLocation(const std::string& path, const Matrix& local) {
+    if (Location* location = scene_.find(path)) location->local = local;
+    sendTransformChange(path);
+}
+
+void ViewerDelegate::removeLocation(const std::string& path) {
+    for (const std::string& gone : scene_.subtree(path)) excluded_.erase(gone);
+    scene_.remove(path);
+    sendRemoval(path);
+}
+
+void ViewerDelegate::setExcluded(const std::string& path, bool excluded) {
+    if (excluded)
+        excluded_.insert(path);
+    else
+        excluded_.erase(path);
+    sendStateChange(path);
 }
 
 ObjectTriple ViewerDelegate::triple() {

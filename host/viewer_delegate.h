@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,10 +43,18 @@ public:
     void sendLocation(const std::string& path, std::uint32_t extraFlags = 0);
     /// A changed transform: the host reports the moved location only.
     void sendTransformChange(const std::string& path);
+    /// A changed state, such as the excluded bit; the attributes come along.
+    void sendStateChange(const std::string& path);
     void sendRemoval(const std::string& path);
     void sendSelection(const std::vector<std::string>& paths);
     /// Sets a location and sends it.
     void putLocation(const std::string& path, AttrRef attributes, const Matrix& local = kIdentity);
+    /// Sets a location's local transform and reports the move.
+    void moveLocation(const std::string& path, const Matrix& local);
+    /// Removes a location with its subtree and reports the removal of the top only.
+    void removeLocation(const std::string& path);
+    /// Every event of an excluded location carries the excluded bit.
+    void setExcluded(const std::string& path, bool excluded);
 
     ObjectTriple triple();
     /// Counts getWorldTransform and getLocationAttributes calls, for tests.
@@ -62,6 +71,7 @@ private:
     Scene scene_;
     std::vector<std::unique_ptr<ComponentSlot>> components_;
     std::map<std::string, Method> methods_;
+    std::set<std::string> excluded_;
     std::vector<std::string> methodCalls_;
     HostObjectRecord record_;
 

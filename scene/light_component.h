@@ -1,14 +1,57 @@
 #pragma once
 // BeamwrightLayerVDC: mirrors the scene's locations and keeps the light list.
 
-#include "frame/viewer_delegate_component.h"
+#include <cstdint>
+#include <string>
+#include <unordered_set>
+#include <vector>
 
+#include "frame/viewer_delegate_component.h"
+#include "scene/light_location_data.h"
+#include "scene/light_scene_tree.h"
+
+/// The plugin's viewer delegate component. Events only change the mirror and mark
+/// the light list stale; the list is rebuilt when a layer asks for it.
 class BeamwrightLayerVDC : public Tessera::Sorrel::ViewerAPI::ViewerDelegateComponent {
 public:
+    /// Location lights in breadth-first order from "/root", then USD lights.
+    using LightList = std::vector<const LightLocationData*>;
+
     void setup() override {}
     void cleanup() override {}
-    bool locationEvent(const Tessera::Sorrel::ViewerAPI::LocationEvent&, bool) override {
-        return false;
-    }
-    void locationsSelected(const std::vector<std::string>&) override {}
+    /// Updates the mirror; always false.
+    bool locationEvent(const Tessera::Sorrel::ViewerAPI::LocationEvent& event, bool) override;
+    /// Writes `selected` in place: the list points at the very records.
+    void locationsSelected(const std::vector<std::string>& locations) override;
+
+    /// The lights with a handle to show, rebuilt if stale. The list and its records
+    /// hold until the next event reaches the component; keep a `locationHash`, not a pointer.
+    const LightList& getLights();
+
+protected:
+    /// Bits of `dirtyFlags`.
+    static constexpr std::uint32_t kLocationLightsStale = 1u << 0;
+    static constexpr std::uint32_t kUsdLightsStale = 1u << 1;
+
+    /// Destroys the USD records and empties the list in the same call.
+    void markUsdDirty();
+    /// Appends one record for each USD light of the mirror.
+    virtual void collectUsdLights(std::vector<LightLocationData>& records);
+
+private:
+    using LocationNode = UTIL::SceneTree::SorrelLocationNode<LightLocationData>;
+
+    /// Empties both lists that point into the tree, so that no pointer outlives a change.
+    void markLocationsDirty();
+    void removeLocation(const std::string& path);
+    /// Fetches the world matrix of `top` and of everything below it and updates their records.
+    void refreshSubtree(LocationNode* top);
+    void collectLocationLights();
+
+    std::unordered_set<std::string> selectedLocations;
+    LightSceneTree lightSceneTree;
+    std::vector<const LightLocationData*> locationLights;
+    std::vector<LightLocationData> usdLights;
+    LightList lights;
+    std::uint32_t dirtyFlags = 0;
 };

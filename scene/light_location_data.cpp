@@ -1,0 +1,86 @@
+#include "scene/light_location_data.h"
+
+#include <string_view>
+
+#include "frame/sample_accessor.h"
+
+using namespace Tessera::Sorrel::ViewerAPI;
+using Tessera::Sorrel::ViewerUtils::normalizedOrZero;
+using Tessera::Sorrel::ViewerUtils::Vec3d;
+
+namespace {
+
+constexpr float kTimeZero = 0.0f;
+constexpr std::int32_t kNotHidden = 0;
+constexpr std::int32_t kPickableByDefault = 1;
+constexpr double kNoDistance = 0.0;
+constexpr std::int64_t kColorChannels = 3;
+constexpr std::int64_t kColorChannelsWithAlpha = 4;
+constexpr std::array<float, 4> kDefaultColor = {1.0f, 1.0f, 0.0f, 1.0f};  // yellow
+
+// Translation row and local Z row of a row-vector matrix.
+constexpr int kTranslationRow = 3;
+constexpr int kLocalZRow = 2;
+
+/// The hash that a "type" of "light" has, made once per process.
+std::uint64_t lightTypeHash() {
+    static const std::uint64_t hash = hashOfText("light").words[0];
+    return hash;
+}
+
+/// The first value of an integer attribute at time 0.0; only integers count.
+std::int32_t intOr(const GroupAttribute& attributes, std::string_view name, std::int32_t fallback) {
+    return attributes.getChild<IntAttribute>(name).getValue(fallback);
+}
+
+/// A colour from a float attribute with at least three values in the sample
+/// nearest time 0.0; alpha is its fourth value, or 1.0.
+bool readColor(const GroupAttribute& attributes, std::string_view name, std::array<float, 4>& color) {
+    const FloatAttribute attribute = attributes.getChild<FloatAttribute>(name);
+    if (!attribute.isValid()) return false;
+    const SampleAccessor<float> samples(attribute, kTimeZero);
+    if (samples.size() < kColorChannels) return false;
+    color = {samples[0], samples[1], samples[2],
+             samples.size() >= kColorChannelsWithAlpha ? samples[3] : 1.0f};
+    return true;
+}
+
+/// The negative local Z axis, carried through the matrix without its translation.
+Vec3d lookDirection(const Tessera::Sorrel::ViewerUtils::Mat4d& m) {
+    const Vec3d look{0.0, 0.0, -1.0};
+    Vec3d direction;
+    for (int i = 0; i < 3; ++i)
+        direction[i] = look.x * m[0][i] + look.y * m[1][i] + look.z * m[kLocalZRow][i];
+    return normalizedOrZero(direction);
+}
+
+}  // namespace
+
+GroupAttribute makePickerObject(const std::string& locationPath) {
+    const StringAttribute location = StringAttribute::create(locationPath.c_str());
+    return GroupBuilder().set("location", location).build();
+}
+
+void updateLightLocationData(LightLocationData& data) {
+    const GroupAttribute& attributes = data.attributes;
+
+    data.isLight = attributes.getChildByName("type").hash().words[0] == lightTypeHash();
+
+    data.showHandle = intOr(attributes, "viewer.default.drawOptions.hide", kNotHidden) == 0 &&
+                      intOr(attributes, "viewer.default.beamwright.hideHandle", kNotHidden) == 0;
+    data.pickable = intOr(attributes, "viewer.default.pickable", kPickableByDefault) != 0;
+
+    data.locationHash = data.pickerObject.getChildByName("location").hash().words[0];
+
+    const auto& m = data.worldMatrix;
+    data.position = {m[kTranslationRow][0], m[kTranslationRow][1], m[kTranslationRow][2]};
+    data.direction = lookDirection(m);
+
+    const DoubleAttribute distance = attributes.getChild<DoubleAttribute>("geometry.centerOfInterest");
+    if (!distance.isValid()) data.showHandle = false;
+    data.centerOfInterest = data.position + data.direction * distance.getValue(kNoDistance);
+
+    data.color = kDefaultColor;
+    if (!readColor(attributes, "viewer.default.drawOptions.color", data.color))
+        readColor(attributes, "geometry.previewColor", data.color);
+}

@@ -1,0 +1,165 @@
+// The record of one location: which attributes make a light, a visible and a
+// pickable handle, where it stands and looks, and in which colour.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <random>
+#include <string>
+
+#include "frame/attribute.h"
+#include "scene/light_location_data.h"
+#include "tests/support/light_attributes.h"
+#include "tests/support/unit_host.h"
+
+using namespace Tessera::Sorrel::ViewerAPI;
+using Tessera::Sorrel::ViewerUtils::Mat4d;
+using Tessera::Sorrel::ViewerUtils::Vec3d;
+using sorrel::AttributeModel;
+using sorrel::AttrRef;
+using testing_support::AttributeEntries;
+using testing_support::dottedGroup;
+using testing_support::lightAttributes;
+
+namespace {
+
+class LightLocationDataTest : public testing_support::UnitTest {};
+
+using Color = std::array<float, 4>;
+constexpr Color kYellow = {1.0f, 1.0f, 0.0f, 1.0f};
+
+LightLocationData updated(const AttrRef& attributes, const Mat4d& world = Mat4d(),
+                          const std::string& path = "/root/lgt") {
+    LightLocationData data;
+    data.attributes = GroupAttribute(Attribute::share(attributes.get()));
+    data.pickerObject = makePickerObject(path);
+    data.worldMatrix = world;
+    updateLightLocationData(data);
+    return data;
+}
+
+bool sameVec(const Vec3d& a, const Vec3d& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
+
+TEST_F(LightLocationDataTest, TypeHideAndPickableReadOnlyTheirOwnTypes) {
+    EXPECT_FALSE(updated(dottedGroup({{"geometry.centerOfInterest", sorrel::doubleAttr(1.0)}})).isLight);
+    EXPECT_FALSE(updated(dottedGroup({{"type", sorrel::stringAttr("camera")}})).isLight);
+
+    const LightLocationData light = updated(lightAttributes(2.0));
+    EXPECT_TRUE(light.isLight);
+    EXPECT_TRUE(light.showHandle);
+    EXPECT_TRUE(light.pickable) << "pickable unless told otherwise";
+    EXPECT_TRUE(light.excluded) << "left to the location event";
+    EXPECT_FALSE(light.selected);
+
+    const auto showsWith = [](const char* name, const AttrRef& value) {
+        return updated(lightAttributes(2.0, {{name, value}})).showHandle;
+    };
+    EXPECT_TRUE(showsWith("viewer.default.drawOptions.hide", sorrel::floatAttr(1.0f)))
+        << "only an integer hides";
+    EXPECT_TRUE(showsWith("viewer.default.drawOptions.hide", sorrel::intAttr(0)));
+    EXPECT_FALSE(showsWith("viewer.default.drawOptions.hide", sorrel::intAttr(-1)));
+    EXPECT_FALSE(showsWith("viewer.default.beamwright.hideHandle", sorrel::intAttr(1)));
+
+    const LightLocationData unpickable =
+        updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::intAttr(0)}}));
+    EXPECT_FALSE(unpickable.pickable);
+    EXPECT_TRUE(unpickable.showHandle) << "drawn, but not picked";
+    EXPECT_TRUE(updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::floatAttr(0.0f)}}))
+                    .pickable);
+
+    const LightLocationData bare = updated(AttrRef());
+    EXPECT_FALSE(bare.isLight);
+    EXPECT_FALSE(bare.showHandle);
+    EXPECT_TRUE(bare.pickable);
+    EXPECT_EQ(bare.color, kYellow);
+    EXPECT_EQ(bare.locationHash, hashOfText("/root/lgt").words[0]);
+}
+
+TEST_F(LightLocationDataTest, LooksAlongTheNegativeLocalZAxisToItsCentreOfInterest) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> value(-3.0, 3.0);
+    for (int trial = 0; trial < 20; ++trial) {
+        Mat4d world;
+        for (int i = 0; i < 15; ++i)
+            if (i % 4 != 3) world.data()[i] = value(random);
+        const double distance = value(random);
+        const LightLocationData data = updated(lightAttributes(distance), world);
+
+        const Vec3d position{world[3][0], world[3][1], world[3][2]};
+        const double zLength = std::sqrt(world[2][0] * world[2][0] + world[2][1] * world[2][1] +
+                                         world[2][2] * world[2][2]);
+        EXPECT_TRUE(sameVec(data.position, position));
+        for (int i = 0; i < 3; ++i) {
+            const double expected = -world[2][i] / zLength;
+            EXPECT_NEAR(data.direction[i], expected, 1e-12) << "trial " << trial;
+            EXPECT_NEAR(data.centerOfInterest[i], position[i] + distance * expected, 1e-12);
+        }
+    }
+
+    Mat4d flat;
+    flat[2][2] = 0.0;
+    flat[3][0] = 4.0;
+    const LightLocationData degenerate = updated(lightAttributes(5.0), flat);
+    EXPECT_TRUE(sameVec(degenerate.direction, Vec3d{}));
+    EXPECT_TRUE(sameVec(degenerate.centerOfInterest, degenerate.position));
+
+    for (const AttrRef& attributes :
+         {dottedGroup({{"type", sorrel::stringAttr("light")}}),
+          dottedGroup({{"type", sorrel::stringAttr("light")},
+                       {"geometry.centerOfInterest", sorrel::floatAttr(5.0f)}})}) {
+        const LightLocationData data = updated(attributes, flat);
+        EXPECT_FALSE(data.showHandle) << "no handle without a double centre of interest";
+        EXPECT_TRUE(sameVec(data.centerOfInterest, data.position));
+    }
+}
+
+TEST_F(LightLocationDataTest, ColourComesFromTheFirstAttributeWithThreeValues) {
+    const auto colorOf = [](AttributeEntries entries) { return updated(lightAttributes(1.0, entries)).color; };
+    const char* const drawColor = "viewer.default.drawOptions.color";
+    const char* const previewColor = "geometry.previewColor";
+    EXPECT_EQ(colorOf({}), kYellow);
+    EXPECT_EQ(colorOf({{drawColor, sorrel::floatsAttr({0.1f, 0.2f})},
+                       {previewColor, sorrel::floatsAttr({0.3f, 0.4f, 0.5f})}}),
+              (Color{0.3f, 0.4f, 0.5f, 1.0f}))
+        << "two values are passed over";
+    EXPECT_EQ(colorOf({{drawColor, sorrel::floatsAttr({0.1f, 0.2f, 0.3f, 0.4f, 0.5f})}}),
+              (Color{0.1f, 0.2f, 0.3f, 0.4f}));
+    EXPECT_EQ(colorOf({{drawColor, sorrel::floatsAttr({0.1f, 0.2f, 0.3f})},
+                       {previewColor, sorrel::floatsAttr({0.6f, 0.7f, 0.8f, 0.9f})}}),
+              (Color{0.1f, 0.2f, 0.3f, 1.0f}));
+    EXPECT_EQ(colorOf({{drawColor, sorrel::doublesAttr({0.1, 0.2, 0.3})}}), kYellow)
+        << "only floats count";
+    const AttrRef sampled(AttributeModel::instance().makeFloatSamples(
+        {-1.0f, 0.5f}, {{0.1f, 0.1f, 0.1f}, {0.2f, 0.2f, 0.2f}}));
+    EXPECT_EQ(colorOf({{previewColor, sampled}}), (Color{0.2f, 0.2f, 0.2f, 1.0f}))
+        << "the sample nearest time 0";
+}
+
+TEST_F(LightLocationDataTest, RecordOwnsOneReferenceOnEachGroup) {
+    const LightLocationData data = updated(lightAttributes(3.0, {{"viewer.default.pickable", sorrel::intAttr(0)}}));
+    const std::int64_t held = AttributeModel::instance().liveReferences();
+    {
+        LightLocationData copy = data;
+        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2);
+        LightLocationData moved = std::move(copy);
+        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2);
+        EXPECT_FALSE(copy.pickerObject.isValid());
+        EXPECT_FALSE(copy.attributes.isValid());
+        moved = data;
+        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2) << "replaced groups are released";
+
+        // Updating again with the same inputs changes nothing.
+        updateLightLocationData(moved);
+        EXPECT_EQ(moved.isLight, data.isLight);
+        EXPECT_EQ(moved.showHandle, data.showHandle);
+        EXPECT_EQ(moved.pickable, data.pickable);
+        EXPECT_EQ(moved.locationHash, data.locationHash);
+        EXPECT_TRUE(sameVec(moved.centerOfInterest, data.centerOfInterest));
+        EXPECT_TRUE(sameVec(moved.direction, data.direction));
+        EXPECT_EQ(moved.color, data.color);
+    }
+    EXPECT_EQ(AttributeModel::instance().liveReferences(), held);
+}
+
+}  // namespace
