@@ -2,22 +2,6 @@
 
 namespace sorrel {
 
-Matrix multiplyMatrices(const Matrix& a, const Matrix& b) {
-    Matrix out{};
-    for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c)
-            for (int k = 0; k < 4; ++k) out[4 * r + c] += a[4 * r + k] * b[4 * k + c];
-    return out;
-}
-
-Matrix translationMatrix(double x, double y, double z) {
-    Matrix m = kIdentity;
-    m[12] = x;
-    m[13] = y;
-    m[14] = z;
-    return m;
-}
-
 std::string parentOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     return slash == std::string::npos || slash == 0 ? std::string() : path.substr(0, slash);

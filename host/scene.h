@@ -1,24 +1,18 @@
 #pragma once
 // The host's scene: a tree of locations, each with an attribute group and a
 // local transform (sixteen doubles, row vectors, translation in row 3), and
-// named meshes of world-space triangles for ray casts.
+// named meshes of triangles, each with its world transform, for ray casts.
 
-#include <array>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "host/attribute_model.h"
+#include "host/matrix.h"
+#include "host/mesh.h"
 
 namespace sorrel {
-
-using Matrix = std::array<double, 16>;
-constexpr Matrix kIdentity = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
-
-/// Row-vector product: a acts first.
-Matrix multiplyMatrices(const Matrix& a, const Matrix& b);
-Matrix translationMatrix(double x, double y, double z);
 
 struct Location {
     AttrRef attributes;  // a group, or null
@@ -40,8 +34,13 @@ public:
     std::optional<Matrix> worldTransform(const std::string& path) const;
     const std::map<std::string, Location>& locations() const { return locations_; }
 
+    /// The meshes that ray casts hit, by name.
+    std::map<std::string, Mesh>& meshes() { return meshes_; }
+    const std::map<std::string, Mesh>& meshes() const { return meshes_; }
+
 private:
     std::map<std::string, Location> locations_;
+    std::map<std::string, Mesh> meshes_;
 };
 
 /// The parent of a location path ("/a/b" -> "/a", "/a" -> "").

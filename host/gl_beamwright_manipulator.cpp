@@ -1,0 +1,31 @@
+#include "host/gl_beamwright_manipulator.h"
+
+#include "host/selection.h"
+#include "host/viewer_delegate.h"
+
+namespace sorrel {
+
+void GLBeamwrightManipulator::followSelection() const {
+    std::vector<std::unique_ptr<LightMoveHandle>> kept;
+    for (const std::string& path : selectedPaths(delegate_.scene())) {
+        if (!hasType(*delegate_.scene().find(path), kLightType)) continue;
+        auto same = handles_.begin();
+        while (same != handles_.end() && (*same == nullptr || (*same)->lightPath() != path)) ++same;
+        kept.push_back(same != handles_.end()
+                           ? std::move(*same)
+                           : std::make_unique<LightMoveHandle>(delegate_, path, counts_));
+    }
+    handles_ = std::move(kept);
+}
+
+std::uint32_t GLBeamwrightManipulator::numberOfHandles() const {
+    followSelection();
+    return static_cast<std::uint32_t>(handles_.size());
+}
+
+ManipulatorHandle* GLBeamwrightManipulator::handle(std::uint32_t index) {
+    followSelection();
+    return index < handles_.size() ? handles_[index].get() : nullptr;
+}
+
+}  // namespace sorrel

@@ -1,0 +1,48 @@
+#include "host/light_move_handle.h"
+
+#include "host/attribute_reading.h"
+#include "host/light_orientation.h"
+#include "host/plugin_host.h"
+#include "host/viewer_delegate.h"
+#include "host/world_placement.h"
+
+namespace sorrel {
+
+void LightMoveHandle::setOption(std::uint64_t id, AttrRef value) {
+    static const std::uint64_t lightDataId = OptionIdGenerator::instance().idOf("LightData");
+    static const std::uint64_t modifiersId = OptionIdGenerator::instance().idOf("CurrentModifiers");
+    if (id == modifiersId) {
+        ++counts_.modifiers;
+        counts_.lastModifiers = readInt(value);
+    } else if (id == lightDataId) {
+        ++counts_.lightData;
+        if (moveLight(value)) {
+            ++counts_.moves;
+            delegate_.sendTransformChange(lightPath_);
+        }
+    }
+}
+
+bool LightMoveHandle::moveLight(const AttrRef& lightData) {
+    const auto position = readDoubleTriple(lightData.child("position"));
+    const auto direction = readDoubleTriple(lightData.child("direction"));
+    if (!position || !direction) {
+        ++counts_.nullLightData;
+        return false;
+    }
+    Scene& scene = delegate_.scene();
+    const auto current = scene.worldTransform(lightPath_);
+    if (!current) return false;
+
+    Matrix world = *current;
+    const bool orientationFixed = readInt(lightData.child("orientationFixed")).value_or(0) != 0;
+    if (!orientationFixed) {
+        if (const auto turned = orientationAlong(*direction))
+            for (int row = 0; row < kTranslationRow; ++row)
+                setMatrixRow(world, row, matrixRow(*turned, row));
+    }
+    setMatrixRow(world, kTranslationRow, *position);
+    return placeInWorld(scene, lightPath_, world);
+}
+
+}  // namespace sorrel

@@ -1,0 +1,87 @@
+#include "host/light_package_commands.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/attribute_reading.h"
+#include "host/light_orientation.h"
+#include "host/selection.h"
+#include "host/viewer_delegate.h"
+#include "host/world_placement.h"
+
+namespace sorrel {
+
+namespace {
+
+constexpr const char* kPackageName = "package";
+constexpr const char* kLightName = "light";
+
+AttrRef findPackageForSelection(const Scene& scene) {
+    const std::vector<std::string> selected = selectedPaths(scene);
+    if (selected.empty()) return AttrRef();
+    for (const std::string& path : {selected.front(), parentOf(selected.front())}) {
+        const Location* const location = scene.find(path);
+        if (location != nullptr && hasType(*location, kLightPackageType)) return stringAttr(path);
+    }
+    return AttrRef();
+}
+
+std::string freePackagePath(const Scene& scene, const std::string& parent) {
+    for (int n = 1;; ++n) {
+        const std::string path = parent + "/" + kPackageName + std::to_string(n);
+        if (!scene.contains(path)) return path;
+    }
+}
+
+AttrRef packageAttributes(const std::string& className, const std::string& marquette) {
+    return groupAttr({{"type", stringAttr(kLightPackageType)},
+                      {"package", groupAttr({{"className", stringAttr(className)},
+                                             {"marquetteNodeName", stringAttr(marquette)}})}});
+}
+
+AttrRef lightAttributes(const AttrRef& command) {
+    std::vector<std::pair<std::string, AttrRef>> geometry;
+    if (const auto distance = readDouble(command.child("CenterOfInterest")))
+        geometry.emplace_back("centerOfInterest", doubleAttr(*distance));
+    if (const auto distance = readDouble(command.child("ShadowFallDistance")))
+        geometry.emplace_back("shadowFallDistance", doubleAttr(*distance));
+    return groupAttr(
+        {{"type", stringAttr(kLightType)}, {"geometry", groupAttr(std::move(geometry))}});
+}
+
+AttrRef createLightPackage(ViewerDelegate& delegate, const AttrRef& command) {
+    if (command.type() != kGroup) return AttrRef();
+    Scene& scene = delegate.scene();
+    const std::string marquette = readString(command.child("MarquetteNodeName")).value_or("");
+    const std::string parent =
+        std::string(kLightPackagesRoot) + (marquette.empty() ? "" : "/" + marquette);
+    const std::string packagePath = freePackagePath(scene, parent);
+    const std::string lightPath = packagePath + "/" + kLightName;
+
+    Matrix world =
+        rotationFromEulerDegrees(readDoubleTriple(command.child("Rotation")).value_or(Vec3{}));
+    setMatrixRow(world, kTranslationRow,
+                 readDoubleTriple(command.child("Position")).value_or(Vec3{}));
+    const std::string className = readString(command.child("PackageClassName")).value_or("");
+    scene.set(packagePath, packageAttributes(className, marquette));
+    placeInWorld(scene, packagePath, world);
+    scene.set(lightPath, lightAttributes(command));
+
+    delegate.sendLocation(packagePath);
+    delegate.sendLocation(lightPath);
+    return stringAttr(packagePath);
+}
+
+}  // namespace
+
+void installLightPackageCommands(ViewerDelegate& delegate) {
+    delegate.defineMethod(
+        "FindPackageLocationPathForCurrentSelection",
+        [&delegate](const AttrRef&) { return findPackageForSelection(delegate.scene()); });
+    delegate.defineMethod("CreateLightPackage", [&delegate](const AttrRef& command) {
+        return createLightPackage(delegate, command);
+    });
+}
+
+}  // namespace sorrel

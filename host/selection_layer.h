@@ -1,0 +1,30 @@
+#pragma once
+// "SelectionLayer": the host's selection tool in the viewport. The placement
+// layer tells it through "BeamwrightSelectionMode" whether light placement is
+// on; the layer keeps what it heard.
+
+#include <cstdint>
+#include <optional>
+
+#include "host/host_layer.h"
+
+namespace sorrel {
+
+class SelectionLayer : public HostLayer {
+public:
+    SelectionLayer() : HostLayer("SelectionLayer") {}
+
+    void setOption(std::uint64_t id, AttrRef value) override;
+    AttrRef getOption(std::uint64_t) override { return AttrRef(); }
+
+    /// The latest "BeamwrightSelectionMode", or nothing when it was no integer.
+    std::optional<std::int32_t> selectionMode() const { return selectionMode_; }
+    /// How many "BeamwrightSelectionMode" options arrived.
+    std::uint64_t selectionModeCount() const { return selectionModeCount_; }
+
+private:
+    std::optional<std::int32_t> selectionMode_;
+    std::uint64_t selectionModeCount_ = 0;
+};
+
+}  // namespace sorrel

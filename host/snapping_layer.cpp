@@ -1,0 +1,49 @@
+#include "host/snapping_layer.h"
+
+#include "host/attribute_reading.h"
+#include "host/plugin_host.h"
+#include "host/ray_cast.h"
+#include "host/viewer_delegate.h"
+#include "host/viewport.h"
+
+namespace sorrel {
+
+namespace {
+
+std::uint64_t optionId(const char* name) { return OptionIdGenerator::instance().idOf(name); }
+
+/// The point that a strategy snaps to; the normal is always the hit's.
+Vec3 snappedPoint(const SceneHit& hit, const std::string& strategy) {
+    if (strategy == "Face" || strategy == "FaceNormal") return hit.hit.faceCentre;
+    if (strategy == "ObjectCentre") return hit.boundsCentre;
+    return hit.hit.point;
+}
+
+}  // namespace
+
+void SnappingLayer::setOption(std::uint64_t id, AttrRef value) {
+    static const std::uint64_t prepareId = optionId("SnappingLayer.PreparePickOnDemand");
+    if (id != prepareId) return;
+    ++prepareCount_;
+    const auto x = readInt(value.child("x"));
+    const auto y = readInt(value.child("y"));
+    request_.valid = x && y;
+    request_.x = x.value_or(0);
+    request_.y = y.value_or(0);
+    request_.strategy = readString(value.child("StrategyType")).value_or("");
+}
+
+AttrRef SnappingLayer::getOption(std::uint64_t id) {
+    static const std::uint64_t pickId = optionId("SnappingLayer.PickOnDemand");
+    if (id != pickId || viewport() == nullptr) return AttrRef();
+    ++pickCount_;
+    if (!request_.valid) return AttrRef();
+    const auto ray = rayThroughPixel(*viewport(), request_.x, request_.y);
+    if (!ray) return AttrRef();
+    const auto hit = castRay(viewport()->viewerDelegate().scene(), *ray);
+    if (!hit) return AttrRef();
+    return groupAttr({{"point", floatTriple(snappedPoint(*hit, request_.strategy))},
+                      {"normal", floatTriple(hit->hit.normal)}});
+}
+
+}  // namespace sorrel

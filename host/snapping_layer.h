@@ -1,0 +1,45 @@
+#pragma once
+// "SnappingLayer": tells what lies under a pixel of the viewport. A caller
+// prepares a pick with "SnappingLayer.PreparePickOnDemand" (a group of "x" and
+// "y" integers, pixels from the top left corner, and an optional string
+// "StrategyType") and reads the answer at once from "SnappingLayer.PickOnDemand":
+// a group of float "point" and "normal", three values each, world space, or
+// null when the ray through the pixel meets no mesh.
+//
+// Strategies: none, "Surface" and "SurfaceNormal" answer the hit point and
+// the hit triangle's normal; "Face" and "FaceNormal" the centre of the hit
+// face and its normal; "ObjectCentre" the centre of the hit mesh's bounds and
+// the hit normal. Any other text counts as "Surface".
+
+#include <cstdint>
+#include <string>
+
+#include "host/host_layer.h"
+
+namespace sorrel {
+
+class SnappingLayer : public HostLayer {
+public:
+    SnappingLayer() : HostLayer("SnappingLayer") {}
+
+    void setOption(std::uint64_t id, AttrRef value) override;
+    AttrRef getOption(std::uint64_t id) override;
+
+    /// The latest prepared pick, as it was understood.
+    struct Request {
+        bool valid = false;  // "x" and "y" were integers
+        std::int32_t x = 0;
+        std::int32_t y = 0;
+        std::string strategy;  // empty when none was given
+    };
+    const Request& lastRequest() const { return request_; }
+    std::uint64_t prepareCount() const { return prepareCount_; }
+    std::uint64_t pickCount() const { return pickCount_; }
+
+private:
+    Request request_;
+    std::uint64_t prepareCount_ = 0;
+    std::uint64_t pickCount_ = 0;
+};
+
+}  // namespace sorrel

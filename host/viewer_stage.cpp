@@ -1,0 +1,67 @@
+#include "host/viewer_stage.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "host/light_package_commands.h"
+#include "host/plugin_host.h"
+#include "host/plugin_library.h"
+#include "host/selection.h"
+
+namespace sorrel {
+
+namespace {
+constexpr const char* kComponentRow = "BeamwrightLayerVDC";
+// In the order in which the viewport holds them.
+constexpr const char* kLayerRows[] = {"BeamwrightLayer", "BeamwrightCOIHandlesLayer"};
+
+void* const* suiteOfRow(const PluginLibrary& plugin, const char* name) {
+    const PluginRowView row = plugin.row(name);
+    if (row.setHost(PluginHost::instance().record()) != 0) {
+        std::fprintf(stderr, "viewer stage: setHost of %s failed\n", name);
+        std::abort();
+    }
+    return row.getSuite();
+}
+}  // namespace
+
+ViewerStage::ViewerStage(std::int32_t width, std::int32_t height, const Vec3& eye,
+                         const Vec3& target, const PluginLibrary* plugin)
+    : delegate_(std::make_unique<ViewerDelegate>()),
+      viewport_(std::make_unique<Viewport>(*delegate_, width, height)) {
+    const double eyeXyz[3] = {eye.x, eye.y, eye.z};
+    const double targetXyz[3] = {target.x, target.y, target.z};
+    viewport_->lookAt(eyeXyz, targetXyz);
+    installLightPackageCommands(*delegate_);
+
+    selectionLayer_ =
+        static_cast<SelectionLayer*>(&viewport_->addHostLayer(std::make_unique<SelectionLayer>()));
+    snappingLayer_ =
+        static_cast<SnappingLayer*>(&viewport_->addHostLayer(std::make_unique<SnappingLayer>()));
+    auto manipulator = std::make_unique<GLBeamwrightManipulator>(*delegate_);
+    manipulator_ = manipulator.get();
+    viewport_->addManipulator(std::move(manipulator));
+
+    if (plugin != nullptr) loadPlugin(*plugin);
+}
+
+void ViewerStage::loadPlugin(const PluginLibrary& plugin) {
+    // The host makes a delegate's components before the viewport's layers.
+    delegate_->addComponent(kComponentRow, suiteOfRow(plugin, kComponentRow));
+    for (const char* name : kLayerRows) viewport_->addPluginLayer(name, suiteOfRow(plugin, name));
+    viewport_->forEachPluginLayer([](LayerObject& layer) { layer.setup(); });
+}
+
+ViewerStage::~ViewerStage() {
+    viewport_->forEachPluginLayer([](LayerObject& layer) { layer.cleanup(); });
+    viewport_->removeLayers();
+    viewport_.reset();
+    delegate_->removeComponents();
+    delegate_.reset();
+}
+
+void ViewerStage::select(const std::vector<std::string>& paths) {
+    selectLocations(*delegate_, paths);
+}
+
+}  // namespace sorrel
