@@ -1,70 +1,103 @@
-// Loads Beamwright.so into the stand-in viewer host, shows its plugin table,
-// drives one object of each class and checks the attribute reference balance.
+// Loads Beamwright.so into the stand-in viewer host and shows it at work: the
+// plugin table, a light placed by pointing at a floor in several modes, a new
+// light package from a Shift press, and the attribute reference balance.
 
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "host/attribute_model.h"
+#include "host/gl_context.h"
+#include "host/mesh.h"
 #include "host/plugin_host.h"
 #include "host/plugin_library.h"
-#include "host/plugin_objects.h"
+#include "host/selection.h"
+#include "host/viewer_stage.h"
 
 using namespace sorrel;
 
 namespace {
 
-AttrRef mouseEvent(const char* kind, int x, int y) {
+constexpr const char* kLight = "/root/world/lgt/key";
+constexpr int kShift = 0x02000000;
+constexpr int kLeftButton = 1;
+
+AttrRef mouse(const char* kind, int x, int y, int button, int buttons, int modifiers) {
     return groupAttr({{"type", stringAttr(kind)},
                       {"data", groupAttr({{"x", intAttr(x)},
                                           {"y", intAttr(y)},
-                                          {"button", intAttr(0)},
-                                          {"buttons", intAttr(0)},
-                                          {"modifiers", intAttr(0)}})}});
+                                          {"button", intAttr(button)},
+                                          {"buttons", intAttr(buttons)},
+                                          {"modifiers", intAttr(modifiers)}})}});
+}
+
+void printLight(const Scene& scene, const std::string& path, const char* what) {
+    const Matrix world = *scene.worldTransform(path);
+    std::printf("    %-34s at (%6.2f, %6.2f, %6.2f) aiming (%5.2f, %5.2f, %5.2f)\n", what, world[12],
+                world[13], world[14], -world[8], -world[9], -world[10]);
+}
+
+void placeLights(ViewerStage& stage) {
+    LayerObject& layer = *stage.placementLayer();
+    layer.setOption("Enabled", intAttr(1));
+    layer.setOption("DefaultDistance", doubleAttr(4.0));
+
+    std::printf("\nPointing at the floor (camera at (2, 9, 12), 640 x 480 pixels):\n");
+    layer.setOption("Mode", stringAttr("Normal"));
+    std::printf("  \"Normal\": a left drag from pixel (320, 240) to (420, 300)\n");
+    layer.event(mouse("MouseButtonPress", 320, 240, kLeftButton, 1, 0));
+    printLight(stage.scene(), kLight, "after the press");
+    for (int step = 1; step <= 2; ++step) {
+        layer.event(mouse("MouseMove", 320 + 50 * step, 240 + 30 * step, 0, 1, 0));
+        printLight(stage.scene(), kLight, step == 1 ? "after a move" : "after another move");
+    }
+    for (const char* mode : {"Specular", "Reflection", "Face - Center - Oriented to Normal"}) {
+        layer.setOption("Mode", stringAttr(mode));
+        layer.event(mouse("MouseButtonPress", 420, 300, kLeftButton, 1, 0));
+        const std::string label = std::string("\"") + mode + "\"";
+        printLight(stage.scene(), kLight, label.c_str());
+    }
+
+    std::printf("\n  \"Normal\", Shift with a left press at (200, 260): a new package\n");
+    layer.setOption("Mode", stringAttr("Normal"));
+    layer.setOption("PackageClassName", stringAttr("SpotPackage"));
+    const bool created = layer.event(mouse("MouseButtonPress", 200, 260, kLeftButton, 1, kShift));
+    std::printf("    package requested: %s\n", created ? "yes" : "no");
+    for (const auto& [path, location] : stage.scene().locations())
+        if (hasType(location, kLightType) && path != kLight) printLight(stage.scene(), path, path.c_str());
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::string path = argc > 1 ? argv[1] : BEAMWRIGHT_PLUGIN_PATH;
-    AttributeModel& attributes = AttributeModel::instance();
-    PluginHost& host = PluginHost::instance();
+    setenv("SORREL_ROOT", BEAMWRIGHT_RESOURCES_DIR, /* overwrite = */ 0);
+    const AttributeModel& attributes = AttributeModel::instance();
 
     const PluginLibrary plugin(path);
     std::printf("Loaded %s\n\n", path.c_str());
-    std::printf("%-28s %-32s %s\n", "plugin", "kind", "versions (api, plugin)");
+    std::printf("  %-28s %-32s %s\n", "plugin", "kind", "version (kind, plugin)");
     for (const PluginRowView& row : plugin.getPlugins()) {
-        std::printf("%-28s %-32s %u, %u.%u\n", row.name.c_str(), row.apiName.c_str(),
+        std::printf("  %-28s %-32s %u, %u.%u\n", row.name.c_str(), row.apiName.c_str(),
                     row.apiVersion, row.pluginVersionMajor, row.pluginVersionMinor);
     }
 
     const std::int64_t before = attributes.liveReferences();
-    std::printf("\nLive attribute references before: %lld\n", static_cast<long long>(before));
-
-    int hostHandleToken = 0;
-    for (const PluginRowView& row : plugin.getPlugins()) {
-        const int status = row.setHost(host.record());
-        if (row.apiName == "ViewportLayerPlugin") {
-            LayerObject layer(row.getSuite(), &hostHandleToken);
-            layer.setOption("Enabled", intAttr(1));
-            const bool used = layer.event(mouseEvent("MouseMove", 10, 20));
-            const AttrRef mode = layer.getOption("Mode");
-            std::printf("  %-26s setHost %d, event used %s, \"Mode\" %s\n", row.name.c_str(),
-                        status, used ? "yes" : "no", mode.describe().c_str());
-        } else {
-            ComponentObject component(row.getSuite(), &hostHandleToken);
-            component.setup();
-            const AttrRef attrs = groupAttr({{"type", stringAttr("light")}});
-            component.locationEvent("/root/world/lgt/key", attrs, AttrRef(), 0x20000);
-            component.locationsSelected({"/root/world/lgt/key"});
-            component.cleanup();
-            std::printf("  %-26s setHost %d, table marker 0x%016llx\n", row.name.c_str(), status,
-                        static_cast<unsigned long long>(component.marker()));
-        }
+    {
+        const GLContext gl(640, 480);
+        ViewerStage stage(640, 480, {2, 9, 12}, {0, 0, 0}, &plugin);
+        stage.scene().meshes().emplace("floor", Mesh::plane(20, 20, 4));
+        stage.delegate().putLocation(
+            kLight, groupAttr({{"type", stringAttr(kLightType)},
+                               {"geometry", groupAttr({{"centerOfInterest", doubleAttr(4.0)}})}}),
+            translationMatrix(3, 4, 0));
+        stage.select({kLight});
+        placeLights(stage);
     }
-
     const std::int64_t after = attributes.liveReferences();
-    std::printf("Live attribute references after:  %lld (%s)\n", static_cast<long long>(after),
+    std::printf("\nLive attribute references: %lld before, %lld after (%s)\n",
+                static_cast<long long>(before), static_cast<long long>(after),
                 after == before ? "balanced" : "LEAKED");
     return after == before ? EXIT_SUCCESS : EXIT_FAILURE;
 }
