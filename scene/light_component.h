@@ -29,17 +29,18 @@ public:
     const LightList& getLights();
 
 protected:
-    /// Bits of `dirtyFlags`.
-    static constexpr std::uint32_t kLocationLightsStale = 1u << 0;
-    static constexpr std::uint32_t kUsdLightsStale = 1u << 1;
-
     /// Destroys the USD records and empties the list in the same call.
     void markUsdDirty();
-    /// Appends one record for each USD light of the mirror.
+    /// Appends one record for each USD light, in the order of the USD walk; called
+    /// by a rebuild after markUsdDirty.
     virtual void collectUsdLights(std::vector<LightLocationData>& records);
 
 private:
     using LocationNode = UTIL::SceneTree::SorrelLocationNode<LightLocationData>;
+
+    /// Bits of `dirtyFlags`.
+    static constexpr std::uint32_t kLocationLightsStale = 1u << 0;
+    static constexpr std::uint32_t kUsdLightsStale = 1u << 1;
 
     /// Empties both lists that point into the tree, so that no pointer outlives a change.
     void markLocationsDirty();

@@ -35,7 +35,8 @@ std::int32_t intOr(const GroupAttribute& attributes, std::string_view name, std:
 
 /// A colour from a float attribute with at least three values in the sample
 /// nearest time 0.0; alpha is its fourth value, or 1.0.
-bool readColor(const GroupAttribute& attributes, std::string_view name, std::array<float, 4>& color) {
+bool readColor(const GroupAttribute& attributes, std::string_view name,
+               std::array<float, 4>& color) {
     const FloatAttribute attribute = attributes.getChild<FloatAttribute>(name);
     if (!attribute.isValid()) return false;
     const SampleAccessor<float> samples(attribute, kTimeZero);
@@ -76,7 +77,8 @@ void updateLightLocationData(LightLocationData& data) {
     data.position = {m[kTranslationRow][0], m[kTranslationRow][1], m[kTranslationRow][2]};
     data.direction = lookDirection(m);
 
-    const DoubleAttribute distance = attributes.getChild<DoubleAttribute>("geometry.centerOfInterest");
+    const DoubleAttribute distance =
+        attributes.getChild<DoubleAttribute>("geometry.centerOfInterest");
     if (!distance.isValid()) data.showHandle = false;
     data.centerOfInterest = data.position + data.direction * distance.getValue(kNoDistance);
 

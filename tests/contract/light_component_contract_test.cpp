@@ -63,7 +63,8 @@ TEST_F(LightComponentContract, RecordsAreKeptBelowAKnownParentAndReleasedWithThe
 }
 
 TEST_F(LightComponentContract, OnlyAMoveAsksForTransformsAndItCarriesTheWholeSubtree) {
-    for (const char* path : {"/root", "/root/group", "/root/group/a", "/root/group/a/b", "/root/other"})
+    for (const char* path :
+         {"/root", "/root/group", "/root/group/a", "/root/group/a/b", "/root/other"})
         delegate.putLocation(path, groupAttributes());
     const AttrRef firstAttributes = delegate.scene().find("/root/group")->attributes;
     const int heldAtFirst = referencesOn(firstAttributes);
@@ -71,12 +72,14 @@ TEST_F(LightComponentContract, OnlyAMoveAsksForTransformsAndItCarriesTheWholeSub
     std::uint64_t queries = delegate.transformQueries;
     delegate.scene().find("/root/group")->attributes = lightAttributes(2.0);
     delegate.moveLocation("/root/group", translationMatrix(1, 2, 3));
-    EXPECT_EQ(delegate.transformQueries - queries, 1u + 3u) << "the moved location, then its subtree";
+    EXPECT_EQ(delegate.transformQueries - queries, 1u + 3u)
+        << "the moved location, then its subtree";
     EXPECT_EQ(referencesOn(firstAttributes), heldAtFirst - 1) << "a move keeps the old attributes";
 
     queries = delegate.transformQueries;
     delegate.sendStateChange("/root/group");
-    EXPECT_EQ(referencesOn(firstAttributes), heldAtFirst - 2) << "a state change takes the new ones";
+    EXPECT_EQ(referencesOn(firstAttributes), heldAtFirst - 2)
+        << "a state change takes the new ones";
     delegate.setExcluded("/root/group/a", true);
     delegate.sendLocation("/root/group/a/b");
     const std::int64_t held = references();

@@ -30,7 +30,8 @@ inline sorrel::AttrRef dottedGroup(const AttributeEntries& entries) {
     }
     std::vector<std::pair<std::string, sorrel::AttrRef>> children;
     for (const std::string& head : order)
-        children.emplace_back(head, leaves.count(head) != 0 ? leaves[head] : dottedGroup(below[head]));
+        children.emplace_back(head,
+                              leaves.count(head) != 0 ? leaves[head] : dottedGroup(below[head]));
     return sorrel::groupAttr(std::move(children));
 }
 

@@ -2,6 +2,8 @@
 // store, update and remove records, selection, and the order and contents of
 // the light list.
 
+#include "scene/light_component.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,7 +15,6 @@
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/wrappers.h"
 #include "host/viewer_delegate.h"
-#include "scene/light_component.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/unit_host.h"
 
@@ -141,12 +142,14 @@ TEST_F(LightComponent, TransformAndAttributeChangesTouchExactlyTheirOwnParts) {
     delegate.putLocation("/root/group/sub", groupAttributes());
     delegate.putLocation("/root/group/sub/fill", lightAttributes(3.0));
     delegate.putLocation("/root/rim", lightAttributes(1.0), translationMatrix(0, 0, 4));
-    const AttributeHandle keyAttributes = lightAt(component, "/root/group/key")->attributes.handle();
+    const AttributeHandle keyAttributes =
+        lightAt(component, "/root/group/key")->attributes.handle();
 
     // The host reports the moved group only; the plugin carries what lies below.
     std::uint64_t queries = delegate.transformQueries;
     delegate.moveLocation("/root/group", translationMatrix(20, 0, 0));
-    EXPECT_EQ(delegate.transformQueries - queries, 1u + 4u) << "the moved location, then its subtree";
+    EXPECT_EQ(delegate.transformQueries - queries, 1u + 4u)
+        << "the moved location, then its subtree";
     const LightLocationData* key = lightAt(component, "/root/group/key");
     EXPECT_EQ(key->position.x, 20.0);
     EXPECT_EQ(key->position.y, 1.0);
@@ -310,8 +313,8 @@ void expectListMatchesScene(BeamwrightLayerVDC& component, const sorrel::Scene& 
                 const double direction = -m[8 + i] / zLength;
                 matches = matches && std::abs(light.position[i] - m[12 + i]) < tolerance &&
                           std::abs(light.direction[i] - direction) < tolerance &&
-                          std::abs(light.centerOfInterest[i] - (m[12 + i] + plan.distance * direction)) <
-                              tolerance;
+                          std::abs(light.centerOfInterest[i] -
+                                   (m[12 + i] + plan.distance * direction)) < tolerance;
             }
         }
         if (!matches && mismatches++ == 0) firstMismatch = path;
@@ -346,8 +349,8 @@ TEST_F(LightComponent, LargeSceneFollowsMovesAndPruningAsARecomputationSays) {
                 planned[path] = plan;
                 delegate.putLocation(
                     path,
-                    lightAttributes(plan.distance,
-                                    {{"viewer.default.drawOptions.hide", sorrel::intAttr(plan.hidden)}}),
+                    lightAttributes(plan.distance, {{"viewer.default.drawOptions.hide",
+                                                     sorrel::intAttr(plan.hidden)}}),
                     local);
             }
         }
@@ -363,7 +366,8 @@ TEST_F(LightComponent, LargeSceneFollowsMovesAndPruningAsARecomputationSays) {
     expectListMatchesScene(component, delegate.scene(), planned);
 
     for (int g = 7; g < groups; g += 10) delegate.removeLocation("/root/g" + std::to_string(g));
-    for (int g = 0; g < groups; g += 4) delegate.removeLocation("/root/g" + std::to_string(g) + "/s2");
+    for (int g = 0; g < groups; g += 4)
+        delegate.removeLocation("/root/g" + std::to_string(g) + "/s2");
     delegate.removeLocation("/root/g5/s4/n3");
     delegate.moveLocation("/root/g13", turned(0.1, 0, 0, 0));
     expectListMatchesScene(component, delegate.scene(), planned);

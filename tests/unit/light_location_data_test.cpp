@@ -1,6 +1,8 @@
 // The record of one location: which attributes make a light, a visible and a
 // pickable handle, where it stands and looks, and in which colour.
 
+#include "scene/light_location_data.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -9,15 +11,14 @@
 #include <string>
 
 #include "frame/attribute.h"
-#include "scene/light_location_data.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
-using Tessera::Sorrel::ViewerUtils::Mat4d;
-using Tessera::Sorrel::ViewerUtils::Vec3d;
 using sorrel::AttributeModel;
 using sorrel::AttrRef;
+using Tessera::Sorrel::ViewerUtils::Mat4d;
+using Tessera::Sorrel::ViewerUtils::Vec3d;
 using testing_support::AttributeEntries;
 using testing_support::dottedGroup;
 using testing_support::lightAttributes;
@@ -42,7 +43,8 @@ LightLocationData updated(const AttrRef& attributes, const Mat4d& world = Mat4d(
 bool sameVec(const Vec3d& a, const Vec3d& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
 
 TEST_F(LightLocationDataTest, TypeHideAndPickableReadOnlyTheirOwnTypes) {
-    EXPECT_FALSE(updated(dottedGroup({{"geometry.centerOfInterest", sorrel::doubleAttr(1.0)}})).isLight);
+    EXPECT_FALSE(
+        updated(dottedGroup({{"geometry.centerOfInterest", sorrel::doubleAttr(1.0)}})).isLight);
     EXPECT_FALSE(updated(dottedGroup({{"type", sorrel::stringAttr("camera")}})).isLight);
 
     const LightLocationData light = updated(lightAttributes(2.0));
@@ -65,8 +67,9 @@ TEST_F(LightLocationDataTest, TypeHideAndPickableReadOnlyTheirOwnTypes) {
         updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::intAttr(0)}}));
     EXPECT_FALSE(unpickable.pickable);
     EXPECT_TRUE(unpickable.showHandle) << "drawn, but not picked";
-    EXPECT_TRUE(updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::floatAttr(0.0f)}}))
-                    .pickable);
+    EXPECT_TRUE(
+        updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::floatAttr(0.0f)}}))
+            .pickable);
 
     const LightLocationData bare = updated(AttrRef());
     EXPECT_FALSE(bare.isLight);
@@ -115,7 +118,9 @@ TEST_F(LightLocationDataTest, LooksAlongTheNegativeLocalZAxisToItsCentreOfIntere
 }
 
 TEST_F(LightLocationDataTest, ColourComesFromTheFirstAttributeWithThreeValues) {
-    const auto colorOf = [](AttributeEntries entries) { return updated(lightAttributes(1.0, entries)).color; };
+    const auto colorOf = [](AttributeEntries entries) {
+        return updated(lightAttributes(1.0, entries)).color;
+    };
     const char* const drawColor = "viewer.default.drawOptions.color";
     const char* const previewColor = "geometry.previewColor";
     EXPECT_EQ(colorOf({}), kYellow);
@@ -137,7 +142,8 @@ TEST_F(LightLocationDataTest, ColourComesFromTheFirstAttributeWithThreeValues) {
 }
 
 TEST_F(LightLocationDataTest, RecordOwnsOneReferenceOnEachGroup) {
-    const LightLocationData data = updated(lightAttributes(3.0, {{"viewer.default.pickable", sorrel::intAttr(0)}}));
+    const LightLocationData data =
+        updated(lightAttributes(3.0, {{"viewer.default.pickable", sorrel::intAttr(0)}}));
     const std::int64_t held = AttributeModel::instance().liveReferences();
     {
         LightLocationData copy = data;
@@ -147,7 +153,8 @@ TEST_F(LightLocationDataTest, RecordOwnsOneReferenceOnEachGroup) {
         EXPECT_FALSE(copy.pickerObject.isValid());
         EXPECT_FALSE(copy.attributes.isValid());
         moved = data;
-        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2) << "replaced groups are released";
+        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2)
+            << "replaced groups are released";
 
         // Updating again with the same inputs changes nothing.
         updateLightLocationData(moved);
