@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -85,7 +86,8 @@ protected:
         const auto found = wrapper.getComponent(name);
         auto* const component = dynamic_cast<Component*>(
             static_cast<ViewerDelegateComponent*>(found->getPluginInstance()));
-        EXPECT_NE(component, nullptr);
+        // gtest reports the exception as this test's failure and goes on with the next.
+        if (component == nullptr) throw std::logic_error(name + " is not reached as a component");
         return *component;
     }
 
