@@ -96,6 +96,23 @@ void ViewerDelegate::setExcluded(const std::string& path, bool excluded) {
     sendStateChange(path);
 }
 
+void ViewerDelegate::sendUsdEvent(const vrt::Path& path, const vrt::Prim& prim, std::uint32_t flags,
+                                  double time) {
+    for (const auto& slot : components_) slot->object->usdLocationEvent(time, &path, &prim, flags);
+}
+
+void ViewerDelegate::sendUsdPrim(const vrt::Prim& prim, std::uint32_t flags, double time) {
+    sendUsdEvent(prim.getPath(), prim, flags, time);
+}
+
+void ViewerDelegate::sendUsdRemoval(const vrt::Path& path) {
+    sendUsdEvent(path, vrt::Prim(), UsdFlags::kPrimRemoved, /* time = */ 0.0);
+}
+
+void ViewerDelegate::sendUsdSelection(const std::vector<std::string>& paths) {
+    for (const auto& slot : components_) slot->object->usdLocationsSelected(paths);
+}
+
 ObjectTriple ViewerDelegate::triple() {
     record_.object = this;
     return {this, &record_, delegateSuite().data()};

@@ -14,6 +14,8 @@
 #include "host/host_object.h"
 #include "host/plugin_objects.h"
 #include "host/scene.h"
+#include "vrt/path.h"
+#include "vrt/prim.h"
 
 namespace sorrel {
 
@@ -56,6 +58,13 @@ public:
     /// Every event of an excluded location carries the excluded bit.
     void setExcluded(const std::string& path, bool excluded);
 
+    // USD location events: the prim and its path are lent to every component for the call.
+    /// Reports a prim of a USD stage under its own path, with UsdFlags bits.
+    void sendUsdPrim(const vrt::Prim& prim, std::uint32_t flags, double time = 0.0);
+    /// Reports the removal of the prim at `path`, which the stage may no longer hold.
+    void sendUsdRemoval(const vrt::Path& path);
+    void sendUsdSelection(const std::vector<std::string>& paths);
+
     ObjectTriple triple();
     /// Counts getWorldTransform and getLocationAttributes calls, for tests.
     std::uint64_t transformQueries = 0;
@@ -67,6 +76,8 @@ private:
         std::unique_ptr<ComponentObject> object;
     };
     void sendEvent(const std::string& path, std::uint32_t flags);
+    void sendUsdEvent(const vrt::Path& path, const vrt::Prim& prim, std::uint32_t flags,
+                      double time);
 
     Scene scene_;
     std::vector<std::unique_ptr<ComponentSlot>> components_;
@@ -86,5 +97,13 @@ constexpr std::uint32_t kAttributesChanged = 0x20000;
 constexpr std::uint32_t kTransformChanged = 0x40000;
 constexpr std::uint32_t kStateChanged = 0x80000;
 }  // namespace LocationFlags
+
+/// Flag bits of a USD location event record.
+namespace UsdFlags {
+constexpr std::uint32_t kExcluded = 0x2;
+constexpr std::uint32_t kPrimAdded = 0x10000;
+constexpr std::uint32_t kPrimChanged = 0x20000;
+constexpr std::uint32_t kPrimRemoved = 0x40000;
+}  // namespace UsdFlags
 
 }  // namespace sorrel

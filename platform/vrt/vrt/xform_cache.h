@@ -11,10 +11,12 @@ public:
     explicit XformCache(double time) : time_(time) {}
 
     /// The prim's transformation relative to its parent (row vectors).
-    /// `resetsXformStack` is set when the prim ignores its parent's.
+    /// `resetsXformStack` is set when the prim ignores its parent's. An invalid
+    /// prim has the identity.
     lqm::Mat4<double> getLocalTransformation(const Prim& prim, bool* resetsXformStack) const {
-        if (resetsXformStack != nullptr) *resetsXformStack = prim.data().resetsXformStack;
-        return prim.data().localTransformation;
+        const bool valid = prim.isValid();
+        if (resetsXformStack != nullptr) *resetsXformStack = valid && prim.data().resetsXformStack;
+        return valid ? prim.data().localTransformation : lqm::Mat4<double>();
     }
     double time() const { return time_; }
 
