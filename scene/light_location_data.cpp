@@ -46,7 +46,8 @@ bool readColor(const GroupAttribute& attributes, std::string_view name,
     return true;
 }
 
-/// The negative local Z axis, carried through the matrix without its translation.
+}  // namespace
+
 Vec3d lookDirection(const Tessera::Sorrel::ViewerUtils::Mat4d& m) {
     const Vec3d look{0.0, 0.0, -1.0};
     Vec3d direction;
@@ -54,8 +55,6 @@ Vec3d lookDirection(const Tessera::Sorrel::ViewerUtils::Mat4d& m) {
         direction[i] = look.x * m[0][i] + look.y * m[1][i] + look.z * m[kLocalZRow][i];
     return normalizedOrZero(direction);
 }
-
-}  // namespace
 
 GroupAttribute makePickerObject(const std::string& locationPath) {
     const StringAttribute location = StringAttribute::create(locationPath.c_str());

@@ -50,6 +50,10 @@ struct LightLocationData {
 /// the path as a string attribute.
 Tessera::Sorrel::ViewerAPI::GroupAttribute makePickerObject(const std::string& locationPath);
 
+/// The negative local Z axis of a world matrix, carried through it without its
+/// translation and normalised: a light's look direction, or zero for a degenerate matrix.
+Tessera::Sorrel::ViewerUtils::Vec3d lookDirection(const Tessera::Sorrel::ViewerUtils::Mat4d& m);
+
 /// Derives isLight, showHandle, pickable, locationHash, position, direction,
 /// centerOfInterest and color from `attributes`, `pickerObject` and `worldMatrix`.
 /// Leaves excluded, pickerObject, attributes, worldMatrix and selected alone.
