@@ -27,9 +27,10 @@ struct ViewerTables {
     }
     static void* layerPick(void* layer, std::int32_t x, std::int32_t y, std::int32_t w,
                            std::int32_t hgt, std::int32_t flag, float* depth) {
-        Viewport& vp = *static_cast<Slot*>(layer)->viewport;
+        const Slot& slot = *static_cast<Slot*>(layer);
+        Viewport& vp = *slot.viewport;
         if (!vp.pickHandler) return nullptr;
-        return vp.pickHandler(x, y, w, hgt, flag != 0, depth).release();
+        return vp.pickHandler(slot.name, x, y, w, hgt, flag != 0, depth).release();
     }
 
     // ---- "ViewportHost" 3 ----

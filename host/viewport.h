@@ -69,9 +69,12 @@ public:
     std::uint64_t addPickedAttr(const AttrRef& attribute);
     const AttrRef* pickedAttr(std::uint64_t id) const;
     void clearPickedAttrs() { picked_.clear(); }
-    /// Answers the layers' pick requests; by default nothing is under the cursor.
-    std::function<AttrRef(std::int32_t x, std::int32_t y, std::int32_t w, std::int32_t h,
-                          bool flag, float* depth)>
+    /// Where the next identifiers start; tests reach ids whose colour bytes all differ.
+    void setNextPickId(std::uint64_t id) { nextPickId_ = id; }
+    /// Answers a layer's pick request (`layerName` names the asking layer, the
+    /// area is in pixels with y from the top); by default nothing is under the cursor.
+    std::function<AttrRef(const std::string& layerName, std::int32_t x, std::int32_t y,
+                          std::int32_t w, std::int32_t h, bool flag, float* depth)>
         pickHandler;
 
     ObjectTriple triple();

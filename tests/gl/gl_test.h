@@ -32,6 +32,8 @@ protected:
     void TearDown() override;
 
     static sorrel::RgbaImage readPixels() { return context->readPixels(); }
+    /// The suite's context, for the host's own offscreen passes.
+    static const sorrel::GLContext& glContext() { return *context; }
 
 private:
     static inline std::unique_ptr<sorrel::GLContext> context;

@@ -1,0 +1,113 @@
+// BeamwrightCOIHandlesLayer: setup and cleanup of its GL objects, the way to the
+// light list, and its options.
+
+#include "handles/handles_layer.h"
+
+#include <GL/glew.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "frame/option_id.h"
+#include "frame/sample_accessor.h"
+#include "frame/wrappers.h"
+#include "handles/handle_mesh_data.h"
+#include "scene/light_component.h"
+
+using namespace Tessera::Sorrel::ViewerAPI;
+
+namespace {
+
+constexpr const char* kShaderStemBelowRoot =
+    "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
+constexpr const char* kComponentName = "BeamwrightLayerVDC";
+constexpr float kTimeZero = 0.0f;
+
+void buildMesh(HandleMesh& mesh, const HandleMeshData& data) {
+    mesh.build(data.positions, data.normals, data.indices, /* texCoords = */ {});
+}
+
+}  // namespace
+
+void BeamwrightCOIHandlesLayer::setup() {
+    // Nothing is normalised: without SORREL_ROOT the stem starts at the file system's root.
+    const char* const root = std::getenv("SORREL_ROOT");
+    const std::string stem = std::string(root != nullptr ? root : "") + kShaderStemBelowRoot;
+
+    // Both programs share the vertex and fragment files; lines add the geometry stage.
+    solidProgram.addShader(stem + ".vert", GL_VERTEX_SHADER);
+    solidProgram.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
+    solidProgram.link();
+    lineProgram.addShader(stem + ".vert", GL_VERTEX_SHADER);
+    lineProgram.addShader(stem + ".geom", GL_GEOMETRY_SHADER);
+    lineProgram.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
+    lineProgram.link();
+
+    buildMesh(arrowHead, arrowHeadData());
+    buildMesh(arrowOutline, arrowOutlineData());
+    buildMesh(arrowStem, arrowStemData());
+    buildMesh(connectorLine, connectorLineData());
+}
+
+void BeamwrightCOIHandlesLayer::cleanup() {
+    connectorLine.release();
+    arrowStem.release();
+    arrowOutline.release();
+    arrowHead.release();
+    lineProgram.cleanup();
+    solidProgram.cleanup();
+}
+
+BeamwrightLayerVDC* BeamwrightCOIHandlesLayer::getDelegateComponent() {
+    const std::shared_ptr<ViewerDelegateWrapper> delegate = getViewport()->getViewerDelegate();
+    if (!delegate) return nullptr;
+    const std::shared_ptr<ViewerDelegateComponentWrapper> component =
+        delegate->getComponent(kComponentName);
+    if (!component) return nullptr;
+    return dynamic_cast<BeamwrightLayerVDC*>(
+        static_cast<ViewerDelegateComponent*>(component->getPluginInstance()));
+}
+
+// ---- options ----
+
+void BeamwrightCOIHandlesLayer::setOption(OptionId id, Attribute value) {
+    static const OptionId kEnabled = getOptionId("Enabled");
+    static const OptionId kManipulatorScale = getOptionId("Manipulator.Scale");
+    static const OptionId kExcludedLocations = getOptionId("ViewportLayer.ExcludedLocationsPicking");
+
+    // A value of the wrong type reads as the fallback and overwrites the field.
+    if (id == kEnabled) {
+        enabled = IntAttribute(value).getValue(0) != 0;
+    } else if (id == kManipulatorScale) {
+        setManipulatorScale(DoubleAttribute(value).getValue(1.0));
+    } else if (id == kExcludedLocations) {
+        setExcludedLocations(value);
+    }
+}
+
+Attribute BeamwrightCOIHandlesLayer::getOption(OptionId id) {
+    static const OptionId kIsUILayer = getOptionId("ViewportLayer.IsUILayer");
+    if (id == kIsUILayer) return IntAttribute::create(1);
+    return ViewportLayer::getOption(id);
+}
+
+void BeamwrightCOIHandlesLayer::setManipulatorScale(double requested) {
+    // In this form a NaN ends as the upper limit.
+    const double belowMax = kMaxManipulatorScale > requested ? requested : kMaxManipulatorScale;
+    const double clamped = belowMax > kMinManipulatorScale ? belowMax : kMinManipulatorScale;
+    if (clamped == manipulatorScale) return;
+    manipulatorScale = clamped;
+    getViewport()->setDirty(true);
+}
+
+void BeamwrightCOIHandlesLayer::setExcludedLocations(const Attribute& value) {
+    // Replaced whole: another type, or no values, leaves the set empty.
+    excludedLocations.clear();
+    StringAttribute paths(value);
+    if (!paths.isValid()) return;
+    const SampleAccessor<const char*> samples(std::move(paths), kTimeZero);
+    excludedLocations.reserve(static_cast<std::size_t>(samples.size()));
+    // Hashed once here, so that a picking pass compares numbers only.
+    for (std::int64_t i = 0; i < samples.size(); ++i)
+        excludedLocations.insert(StringAttribute::create(samples[i]).hash().words[0]);
+}

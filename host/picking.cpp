@@ -1,0 +1,198 @@
+#include "host/picking.h"
+
+#include <GL/glew.h>
+
+#include <algorithm>
+#include <map>
+
+#include "host/gl_context.h"
+#include "host/plugin_objects.h"
+#include "host/viewport.h"
+
+namespace sorrel {
+
+namespace {
+
+constexpr int kChannels = 4;
+constexpr int kBitsPerChannel = 8;
+constexpr std::uint64_t kChannelMask = 0xff;
+/// Bit position of red, the highest channel of the id's low 32 bits.
+constexpr int kRedShift = (kChannels - 1) * kBitsPerChannel;
+/// What the pass leaves as GL found it, the framebuffer bindings apart.
+constexpr GLbitfield kPassAttributes =
+    GL_VIEWPORT_BIT | GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT | GL_SCISSOR_BIT;
+
+/// The part of `area` inside a `width` x `height` viewport, y still from the top.
+PickArea clipped(const PickArea& area, std::int32_t width, std::int32_t height) {
+    const std::int32_t left = std::max(area.x, 0);
+    const std::int32_t top = std::max(area.y, 0);
+    const std::int32_t right = std::min(area.x + area.width, width);
+    const std::int32_t bottom = std::min(area.y + area.height, height);
+    return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
+}
+
+/// Clears colour to 0 (no id) and depth to 1, with nothing in the way of exact colours.
+void prepareState(std::int32_t width, std::int32_t height) {
+    glViewport(0, 0, width, height);
+    glDisable(GL_SCISSOR_TEST);
+    glDisable(GL_BLEND);
+    glDisable(GL_DITHER);
+    glDisable(GL_MULTISAMPLE);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LESS);
+    glDepthMask(GL_TRUE);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
+    glClearDepth(1.0);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+}
+
+/// The nearest depth of each id within `area` of the bound framebuffer.
+std::map<std::uint64_t, float> readIds(const PickArea& area, std::int32_t viewportHeight) {
+    const std::size_t pixelCount = static_cast<std::size_t>(area.width) * area.height;
+    std::vector<std::uint8_t> colours(pixelCount * kChannels);
+    std::vector<float> depths(pixelCount);
+    const GLint glY = viewportHeight - area.y - area.height;  // GL counts rows from the bottom
+    glReadPixels(area.x, glY, area.width, area.height, GL_RGBA, GL_UNSIGNED_BYTE, colours.data());
+    glReadPixels(area.x, glY, area.width, area.height, GL_DEPTH_COMPONENT, GL_FLOAT, depths.data());
+
+    std::map<std::uint64_t, float> nearest;
+    for (std::size_t i = 0; i < pixelCount; ++i) {
+        const std::uint8_t* const rgba = &colours[i * kChannels];
+        const std::uint64_t id = pickIdOf({rgba[0], rgba[1], rgba[2], rgba[3]});
+        if (id == 0) continue;
+        const auto [entry, added] = nearest.emplace(id, depths[i]);
+        if (!added) entry->second = std::min(entry->second, depths[i]);
+    }
+    return nearest;
+}
+
+}  // namespace
+
+std::array<std::uint8_t, 4> pickColourOf(std::uint64_t id) {
+    std::array<std::uint8_t, 4> colour{};
+    for (int channel = 0; channel < kChannels; ++channel)
+        colour[channel] = static_cast<std::uint8_t>(
+            (id >> (kRedShift - channel * kBitsPerChannel)) & kChannelMask);
+    return colour;
+}
+
+std::uint64_t pickIdOf(const std::array<std::uint8_t, 4>& colour) {
+    std::uint64_t id = 0;
+    for (const std::uint8_t channel : colour) id = (id << kBitsPerChannel) | channel;
+    return id;
+}
+
+AttrRef pickedGroup(const std::vector<PickHit>& hits) {
+    if (hits.empty()) return AttrRef();
+    std::vector<std::pair<std::string, AttrRef>> children;
+    children.reserve(hits.size());
+    for (const PickHit& hit : hits) children.emplace_back(std::to_string(hit.id), hit.attribute);
+    return groupAttr(std::move(children));
+}
+
+Picking::Picking(Viewport& viewport, const GLContext& context)
+    : viewport_(viewport), context_(context) {}
+
+Picking::~Picking() {
+    if (installed_) viewport_.pickHandler = nullptr;
+    releaseTarget();
+}
+
+std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<LayerObject*>& layers,
+                                   const AttrRef& excluded) {
+    const std::int32_t width = viewport_.width;
+    const std::int32_t height = viewport_.height;
+    const PickArea inside = clipped(area, width, height);
+    if (inside.width == 0 || inside.height == 0) return {};
+
+    context_.makeCurrent();
+    prepareTarget();
+    GLint previousDraw = 0;
+    GLint previousRead = 0;
+    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &previousDraw);
+    glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &previousRead);
+    glPushAttrib(kPassAttributes);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
+    prepareState(width, height);
+
+    // Ids live for one pass: those of an earlier pass must not match.
+    viewport_.clearPickedAttrs();
+    for (LayerObject* layer : layers)
+        layer->pickerDraw(area.x, area.y, area.width, area.height, excluded);
+
+    std::vector<PickHit> hits;
+    for (const auto& [id, depth] : readIds(inside, height)) {
+        // A colour that no layer registered is no object.
+        if (const AttrRef* attribute = viewport_.pickedAttr(id))
+            hits.push_back({id, *attribute, depth});
+    }
+    viewport_.clearPickedAttrs();
+
+    glPopAttrib();
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(previousDraw));
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(previousRead));
+    ++passes_;
+    return hits;
+}
+
+std::vector<PickHit> Picking::pickAll(const PickArea& area, const AttrRef& excluded) {
+    std::vector<LayerObject*> layers;
+    viewport_.forEachPluginLayer([&layers](LayerObject& layer) { layers.push_back(&layer); });
+    return pick(area, layers, excluded);
+}
+
+void Picking::install() {
+    viewport_.pickHandler = [this](const std::string& layerName, std::int32_t x, std::int32_t y,
+                                   std::int32_t w, std::int32_t h, bool, float* depth) {
+        return answer(layerName, {x, y, w, h}, depth);
+    };
+    installed_ = true;
+}
+
+AttrRef Picking::answer(const std::string& layerName, const PickArea& area, float* depth) {
+    LayerObject* const layer = viewport_.pluginLayer(layerName);
+    if (layer == nullptr) return AttrRef();
+    const std::vector<PickHit> hits = pick(area, {layer});
+    if (hits.empty()) return AttrRef();
+    if (depth != nullptr) {
+        *depth = std::min_element(hits.begin(), hits.end(), [](const PickHit& a, const PickHit& b) {
+                     return a.depth < b.depth;
+                 })->depth;
+    }
+    return pickedGroup(hits);
+}
+
+void Picking::prepareTarget() {
+    if (framebuffer_ != 0 && targetWidth_ == viewport_.width && targetHeight_ == viewport_.height)
+        return;
+    releaseTarget();
+    targetWidth_ = viewport_.width;
+    targetHeight_ = viewport_.height;
+    glGenRenderbuffers(1, &colourBuffer_);
+    glBindRenderbuffer(GL_RENDERBUFFER, colourBuffer_);
+    glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA8, targetWidth_, targetHeight_);
+    glGenRenderbuffers(1, &depthBuffer_);
+    glBindRenderbuffer(GL_RENDERBUFFER, depthBuffer_);
+    glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT24, targetWidth_, targetHeight_);
+    glBindRenderbuffer(GL_RENDERBUFFER, 0);
+
+    GLint previous = 0;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &previous);
+    glGenFramebuffers(1, &framebuffer_);
+    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, colourBuffer_);
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, depthBuffer_);
+    glBindFramebuffer(GL_FRAMEBUFFER, static_cast<GLuint>(previous));
+}
+
+void Picking::releaseTarget() {
+    if (framebuffer_ == 0) return;
+    context_.makeCurrent();
+    glDeleteFramebuffers(1, &framebuffer_);
+    glDeleteRenderbuffers(1, &colourBuffer_);
+    glDeleteRenderbuffers(1, &depthBuffer_);
+    framebuffer_ = colourBuffer_ = depthBuffer_ = 0;
+}
+
+}  // namespace sorrel

@@ -1,0 +1,128 @@
+// The handles layer's picking pass on llvmpipe: every picked pixel carries its
+// id's colour exactly, only pickable and not excluded lights ask for ids, and
+// the host's picking machinery turns the colours back into the lights.
+
+#include <GL/glew.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/picking.h"
+#include "tests/gl/handles_layer_fixture.h"
+
+using handles_testing::kBackground;
+using handles_testing::Pixel;
+using handles_testing::PixelPosition;
+using sorrel::AttrRef;
+
+namespace {
+
+constexpr std::array<float, 3> kWhite = {1.0f, 1.0f, 1.0f};
+/// Ids whose four colour bytes all differ, so that a swapped channel shows.
+constexpr std::uint64_t kFirstId = 0x01020304;
+constexpr PixelPosition kInsideHead = {6, 2};  // from the tip, at scale 1
+
+std::set<Pixel> coloursOf(const sorrel::RgbaImage& image) {
+    std::set<Pixel> colours;
+    for (int row = 0; row < image.height; ++row)
+        for (int column = 0; column < image.width; ++column) colours.insert(image.at(column, row));
+    colours.erase(kBackground);
+    return colours;
+}
+
+std::string locationOf(const AttrRef* picked) {
+    return picked != nullptr ? picked->child("location").stringValue() : "(no id)";
+}
+
+class HandlesLayerPicking : public handles_testing::HandlesLayerGLTest {
+protected:
+    void SetUp() override {
+        HandlesLayerGLTest::SetUp();
+        viewport->setNextPickId(kFirstId);
+    }
+    sorrel::RgbaImage pickerDrawn(const AttrRef& picked = AttrRef()) const {
+        clearColour();
+        const int size = gl_testing::kSurfaceSize;
+        layer->pickerDraw(0, 0, size, size, picked);
+        return readPixels();
+    }
+};
+
+TEST(PickColours, IdsAndColoursTurnIntoEachOther) {
+    EXPECT_EQ(sorrel::pickColourOf(kFirstId), (Pixel{1, 2, 3, 4}));
+    for (const std::uint64_t id : {std::uint64_t{1}, kFirstId, std::uint64_t{0xfffffffe}})
+        EXPECT_EQ(sorrel::pickIdOf(sorrel::pickColourOf(id)), id);
+    EXPECT_EQ(sorrel::pickIdOf({0, 0, 0, 0}), 0u) << "the cleared background is no object";
+}
+
+TEST_F(HandlesLayerPicking, EveryPickedPixelIsExactlyItsIdsColour) {
+    addLight("/root/a", {2, 0, 0}, 2.0, kWhite);
+    addLight("/root/selected", {2, 1, 0}, 2.0, kWhite);
+    addLight("/root/unpickable", {2, -1, 0}, 2.0, kWhite,
+             {{"viewer.default.pickable", sorrel::intAttr(0)}});
+    addLight("/root/excluded", {3, 1, 0}, 2.0, kWhite);
+    delegate->sendSelection({"/root/selected"});
+    layer->setOption("ViewportLayer.ExcludedLocationsPicking",
+                     AttrRef(sorrel::AttributeModel::instance().makeStrings({"/root/excluded"})));
+
+    EXPECT_EQ(coloursOf(pickerDrawn()), (std::set<Pixel>{{1, 2, 3, 4}, {1, 2, 3, 5}}))
+        << "no blending, smoothing or stipple alters a picking colour";
+    EXPECT_EQ(locationOf(viewport->pickedAttr(kFirstId)), "/root/a");
+    EXPECT_EQ(locationOf(viewport->pickedAttr(kFirstId + 1)), "/root/selected")
+        << "selection does not matter to picking";
+    EXPECT_EQ(viewport->pickedAttr(kFirstId + 2), nullptr)
+        << "lights left out of picking ask for no id";
+
+    // An id the host has picked already is asked for, and not drawn.
+    viewport->clearPickedAttrs();
+    viewport->setNextPickId(kFirstId);
+    const AttrRef alreadyPicked =
+        sorrel::groupAttr({{std::to_string(kFirstId), sorrel::stringAttr("earlier")}});
+    EXPECT_EQ(coloursOf(pickerDrawn(alreadyPicked)), (std::set<Pixel>{{1, 2, 3, 5}}));
+    EXPECT_EQ(locationOf(viewport->pickedAttr(kFirstId)), "/root/a");
+    viewport->clearPickedAttrs();
+}
+
+TEST_F(HandlesLayerPicking, HostPicksTheNearestHandleUnderThePixelAndLeavesTheScreenAlone) {
+    addLight("/root/far", {2, 0, -1}, 2.0, kWhite);
+    addLight("/root/near", {2, 0, 1}, 2.0, kWhite);
+    const PixelPosition tip = pixelOf({0, 0, 0});
+    const sorrel::PickArea head = {tip.column + kInsideHead.column, tip.row + kInsideHead.row};
+    sorrel::Picking picking(*viewport, glContext());
+    clearColour();
+
+    std::vector<sorrel::PickHit> hits = picking.pickAll(head);
+    ASSERT_EQ(hits.size(), 1u);
+    EXPECT_EQ(hits[0].attribute.child("location").stringValue(), "/root/near");
+    EXPECT_GT(hits[0].depth, 0.0f);
+    EXPECT_LT(hits[0].depth, 1.0f);
+    const float nearDepth = hits[0].depth;
+
+    layer->setOption("ViewportLayer.ExcludedLocationsPicking",
+                     AttrRef(sorrel::AttributeModel::instance().makeStrings({"/root/near"})));
+    hits = picking.pickAll(head);
+    ASSERT_EQ(hits.size(), 1u);
+    EXPECT_EQ(hits[0].attribute.child("location").stringValue(), "/root/far");
+    EXPECT_GT(hits[0].depth, nearDepth);
+
+    EXPECT_TRUE(picking.pickAll({tip.column - 10, tip.row}).empty()) << "before the tip";
+    EXPECT_TRUE(picking.pickAll({-5, -5, 2, 2}).empty()) << "outside the viewport";
+    EXPECT_EQ(picking.passCount(), 3u) << "an area outside the viewport needs no pass";
+
+    // An area over both handles' heads answers as a group with one child per id.
+    layer->setOption("ViewportLayer.ExcludedLocationsPicking", AttrRef());
+    hits = picking.pickAll({tip.column, tip.row - 8, 16, 16});
+    ASSERT_EQ(hits.size(), 1u) << "the far head hides wholly behind the near one";
+    const AttrRef group = sorrel::pickedGroup(hits);
+    EXPECT_EQ(group.child(std::to_string(hits[0].id)).child("location").stringValue(), "/root/near");
+    EXPECT_FALSE(sorrel::pickedGroup({}));
+
+    GLint framebuffer = -1;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &framebuffer);
+    EXPECT_EQ(framebuffer, 0) << "the pass gives the window's framebuffer back";
+    EXPECT_TRUE(coloursOf(readPixels()).empty()) << "picking draws offscreen";
+}
+
+}  // namespace
