@@ -3,8 +3,6 @@
 
 #include "handles/handles_layer.h"
 
-#include <GL/glew.h>
-
 #include <cstdlib>
 #include <string>
 
@@ -12,6 +10,7 @@
 #include "frame/sample_accessor.h"
 #include "frame/wrappers.h"
 #include "handles/handle_mesh_data.h"
+#include "handles/handles_layer_support.h"
 #include "scene/light_component.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
@@ -34,14 +33,7 @@ void BeamwrightCOIHandlesLayer::setup() {
     const char* const root = std::getenv("SORREL_ROOT");
     const std::string stem = std::string(root != nullptr ? root : "") + kShaderStemBelowRoot;
 
-    // Both programs share the vertex and fragment files; lines add the geometry stage.
-    solidProgram.addShader(stem + ".vert", GL_VERTEX_SHADER);
-    solidProgram.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
-    solidProgram.link();
-    lineProgram.addShader(stem + ".vert", GL_VERTEX_SHADER);
-    lineProgram.addShader(stem + ".geom", GL_GEOMETRY_SHADER);
-    lineProgram.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
-    lineProgram.link();
+    Tessera::Sorrel::ViewerUtils::buildHandlePrograms(stem, solidProgram, lineProgram);
 
     buildMesh(arrowHead, arrowHeadData());
     buildMesh(arrowOutline, arrowOutlineData());

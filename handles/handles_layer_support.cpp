@@ -1,5 +1,7 @@
 #include "handles/handles_layer_support.h"
 
+#include <GL/glew.h>
+
 #include <cstring>
 
 namespace Tessera::Sorrel::ViewerUtils {
@@ -48,6 +50,17 @@ double screenConstantSize(std::int32_t width, std::int32_t height, const Mat4d& 
 
 bool environmentFlagIsSet(const char* value) {
     return value != nullptr && std::strcmp(value, "1") == 0;
+}
+
+void buildHandlePrograms(const std::string& stem, GLShaderProgram& solid, GLShaderProgram& line) {
+    // Both share the vertex and fragment files; lines add the geometry stage.
+    solid.addShader(stem + ".vert", GL_VERTEX_SHADER);
+    solid.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
+    solid.link();
+    line.addShader(stem + ".vert", GL_VERTEX_SHADER);
+    line.addShader(stem + ".geom", GL_GEOMETRY_SHADER);
+    line.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
+    line.link();
 }
 
 }  // namespace Tessera::Sorrel::ViewerUtils

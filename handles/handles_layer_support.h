@@ -1,10 +1,13 @@
 #pragma once
-// Pure helpers of the centre-of-interest handles layer: the picking colour of
-// an id, the screen-constant handle size, and the reading of its environment flags.
+// Helpers of the centre-of-interest handles layer: the picking colour of an
+// id, the screen-constant handle size, the reading of its environment flags,
+// and the building of its two programs.
 
 #include <array>
 #include <cstdint>
+#include <string>
 
+#include "support/gl_shader_program.h"
 #include "support/vector_matrix.h"
 
 namespace Tessera::Sorrel::ViewerUtils {
@@ -23,5 +26,10 @@ double screenConstantSize(std::int32_t width, std::int32_t height, const Mat4d& 
 /// Whether an environment variable's value switches its flag on: exactly the
 /// one-character text "1". Null (unset) is off.
 bool environmentFlagIsSet(const char* value);
+
+/// Builds the filled program from `stem` + ".vert" and ".frag" and the line
+/// program from ".vert", ".geom" and ".frag", linking each. Failures are told
+/// by GLShaderProgram and the work goes on. Needs a current GL context.
+void buildHandlePrograms(const std::string& stem, GLShaderProgram& solid, GLShaderProgram& line);
 
 }  // namespace Tessera::Sorrel::ViewerUtils

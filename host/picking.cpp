@@ -3,6 +3,7 @@
 #include <GL/glew.h>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 #include "host/gl_context.h"
@@ -81,6 +82,15 @@ std::uint64_t pickIdOf(const std::array<std::uint8_t, 4>& colour) {
     std::uint64_t id = 0;
     for (const std::uint8_t channel : colour) id = (id << kBitsPerChannel) | channel;
     return id;
+}
+
+PickArea pixelOfPoint(const Viewport& viewport, const Vec3& world) {
+    const Matrix viewProjection = multiplyMatrices(viewport.view, viewport.projection);
+    const Vec3 ndc = transformPoint(world, viewProjection);
+    // Normalised device coordinates span 2 over each side; rows count from the top.
+    const double x = (ndc.x + 1.0) / 2.0 * viewport.width;
+    const double y = (1.0 - ndc.y) / 2.0 * viewport.height;
+    return {static_cast<std::int32_t>(std::floor(x)), static_cast<std::int32_t>(std::floor(y))};
 }
 
 AttrRef pickedGroup(const std::vector<PickHit>& hits) {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "host/attribute_model.h"
+#include "host/vec3.h"
 
 namespace sorrel {
 
@@ -32,6 +33,11 @@ struct PickArea {
     std::int32_t width = 1;
     std::int32_t height = 1;
 };
+
+/// The pixel in which a world point lands, x from the left and y from the top,
+/// by the viewport's view and projection: where to pick to find an object there.
+/// The point must lie in front of the eye.
+PickArea pixelOfPoint(const Viewport& viewport, const Vec3& world);
 
 /// One object under a picking area.
 struct PickHit {

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iostream>
 
+#include "handles/handles_layer_support.h"
+
 namespace gl_testing {
 
 std::string manipulatorShaderStem() {
@@ -14,14 +16,7 @@ std::string manipulatorShaderStem() {
 }
 
 void buildHandlePrograms(GLShaderProgram& solid, GLShaderProgram& line) {
-    const std::string stem = manipulatorShaderStem();
-    solid.addShader(stem + ".vert", GL_VERTEX_SHADER);
-    solid.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
-    solid.link();
-    line.addShader(stem + ".vert", GL_VERTEX_SHADER);
-    line.addShader(stem + ".geom", GL_GEOMETRY_SHADER);
-    line.addShader(stem + ".frag", GL_FRAGMENT_SHADER);
-    line.link();
+    Tessera::Sorrel::ViewerUtils::buildHandlePrograms(manipulatorShaderStem(), solid, line);
 }
 
 std::string writeTempFile(const std::string& name, const std::string& text) {

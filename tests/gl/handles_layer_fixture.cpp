@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "frame/plugin_object_handle.h"
+#include "host/picking.h"
 #include "scene/light_component.h"
 #include "tests/support/unit_host.h"
 
@@ -67,15 +68,8 @@ void HandlesLayerGLTest::addLight(const std::string& path, const sorrel::Vec3& p
 }
 
 PixelPosition HandlesLayerGLTest::pixelOf(const sorrel::Vec3& world) const {
-    const sorrel::Matrix viewProjection = sorrel::multiplyMatrices(viewport->view, viewport->projection);
-    double clip[4] = {};
-    for (int c = 0; c < 4; ++c) {
-        clip[c] = world.x * viewProjection[c] + world.y * viewProjection[4 + c] +
-                  world.z * viewProjection[8 + c] + viewProjection[12 + c];
-    }
-    const double size = gl_testing::kSurfaceSize;
-    return {static_cast<int>((clip[0] / clip[3] + 1.0) / 2.0 * size),
-            static_cast<int>((1.0 - clip[1] / clip[3]) / 2.0 * size)};
+    const sorrel::PickArea pixel = sorrel::pixelOfPoint(*viewport, world);
+    return {pixel.x, pixel.y};
 }
 
 void HandlesLayerGLTest::moveTo(const PixelPosition& pixel) const {
