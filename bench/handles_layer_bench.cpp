@@ -67,7 +67,8 @@ public:
         ViewerDelegateComponentPluginBase::setHost(record);
         setenv("SORREL_ROOT", sorrelRoot().c_str(), /* overwrite = */ 1);
 
-        delegate.addComponent("BeamwrightLayerVDC", reinterpret_cast<void* const*>(&componentSuite));
+        delegate.addComponent("BeamwrightLayerVDC",
+                              reinterpret_cast<void* const*>(&componentSuite));
         viewport = std::make_unique<sorrel::Viewport>(delegate, kSurfaceSize, kSurfaceSize);
         const double eye[3] = {0.0, 0.0, kEyeDistance};
         const double target[3] = {0.0, 0.0, 0.0};
@@ -141,9 +142,9 @@ public:
                 scaleAndMove[axis][axis] = size;
                 scaleAndMove[3][axis] = light->centerOfInterest[axis];
             }
-            worlds.push_back(multiply(
-                rotationFromTo({0, 0, 1}, eye - light->centerOfInterest, light->direction),
-                scaleAndMove));
+            worlds.push_back(
+                multiply(rotationFromTo({0, 0, 1}, eye - light->centerOfInterest, light->direction),
+                         scaleAndMove));
         }
     }
 
@@ -212,7 +213,8 @@ void pickOnePixel(benchmark::State& state) {
     double seconds = 0.0;
     double floorSeconds = 0.0;
     for (auto _ : state) {
-        const double time = secondsOf([&] { benchmark::DoNotOptimize(viewer.picking->pickAll(centre)); });
+        const double time =
+            secondsOf([&] { benchmark::DoNotOptimize(viewer.picking->pickAll(centre)); });
         clearSurface();
         floorSeconds += secondsOf([&] { floor.draw(); });
         seconds += time;

@@ -65,7 +65,8 @@ BeamwrightLayerVDC* BeamwrightCOIHandlesLayer::getDelegateComponent() {
 void BeamwrightCOIHandlesLayer::setOption(OptionId id, Attribute value) {
     static const OptionId kEnabled = getOptionId("Enabled");
     static const OptionId kManipulatorScale = getOptionId("Manipulator.Scale");
-    static const OptionId kExcludedLocations = getOptionId("ViewportLayer.ExcludedLocationsPicking");
+    static const OptionId kExcludedLocations =
+        getOptionId("ViewportLayer.ExcludedLocationsPicking");
 
     // A value of the wrong type reads as the fallback and overwrites the field.
     if (id == kEnabled) {

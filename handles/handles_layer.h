@@ -77,8 +77,8 @@ private:
     /// World length of `size` / 2 pixels at the depth of `point` in this viewport.
     double screenConstantSize(const std::shared_ptr<ViewportWrapper>& viewport, const Vec3d& point,
                               double size) const;
-    void drawLightHandle(const std::shared_ptr<ViewportWrapper>& viewport, const Vec3d& cameraOrigin,
-                         const LightLocationData& light, bool picking,
+    void drawLightHandle(const std::shared_ptr<ViewportWrapper>& viewport,
+                         const Vec3d& cameraOrigin, const LightLocationData& light, bool picking,
                          const PickedAttrsMap& pickedMap);
     void setManipulatorScale(double requested);
     void setExcludedLocations(const Attribute& value);

@@ -96,7 +96,8 @@ void BeamwrightCOIHandlesLayer::drawHandles(bool picking, std::int32_t x, std::i
     const LightLocationData* hovered = nullptr;
     for (const LightLocationData* light : lights) {
         if (picking) {
-            if (light->pickable) drawLightHandle(viewport, cameraOrigin, *light, picking, pickedMap);
+            if (light->pickable)
+                drawLightHandle(viewport, cameraOrigin, *light, picking, pickedMap);
         } else if (!light->selected) {
             if (light->locationHash == hoveredLocation)
                 hovered = light;  // drawn last, on top; a later match replaces it
@@ -147,8 +148,8 @@ void BeamwrightCOIHandlesLayer::drawLightHandle(const std::shared_ptr<ViewportWr
     // it can be: the tip sits on the centre of interest, the stem runs back.
     const Mat4d rotation =
         rotationFromTo(kHandleFacing, cameraOrigin - light.centerOfInterest, light.direction);
-    const double scale = screenConstantSize(viewport, light.centerOfInterest,
-                                            manipulatorScale * kHandleSizePixels);
+    const double scale =
+        screenConstantSize(viewport, light.centerOfInterest, manipulatorScale * kHandleSizePixels);
     Mat4d scaling;
     for (int axis = 0; axis < 3; ++axis) scaling[axis][axis] = scale;
     Mat4d translation;

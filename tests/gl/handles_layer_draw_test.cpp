@@ -66,7 +66,8 @@ protected:
         viewport->pickHandler = [path](const std::string&, std::int32_t, std::int32_t, std::int32_t,
                                        std::int32_t, bool, float* depth) {
             *depth = 0.5f;
-            return sorrel::groupAttr({{"1", sorrel::groupAttr({{"location", sorrel::stringAttr(path)}})}});
+            return sorrel::groupAttr(
+                {{"1", sorrel::groupAttr({{"location", sorrel::stringAttr(path)}})}});
         };
     }
 };
@@ -79,13 +80,14 @@ TEST_F(HandlesLayerDraw, HandlesSitWhereTheProjectionPutsTheirCentresOfInterest)
     ASSERT_EQ(tip.column, kCentre);
 
     sorrel::RgbaImage image = drawn();
-    EXPECT_EQ(image.at(offset(tip, kInsideHead).column, offset(tip, kInsideHead).row), opaque(kRed));
+    EXPECT_EQ(image.at(offset(tip, kInsideHead).column, offset(tip, kInsideHead).row),
+              opaque(kRed));
     EXPECT_EQ(image.at(offset(highTip, kInsideHead).column, offset(highTip, kInsideHead).row + 1),
               opaque(kGreen));
     EXPECT_EQ(image.at(tip.column - 4, tip.row + 2), kBackground) << "nothing before the tip";
     EXPECT_EQ(image.at(tip.column + 8, tip.row + 6), kBackground) << "nothing beside the head";
-    EXPECT_TRUE(anyPixel(image, tip.column + 20, tip.column + kStemEnd - 4, tip.row - 1, tip.row + 1,
-                         notBackground))
+    EXPECT_TRUE(anyPixel(image, tip.column + 20, tip.column + kStemEnd - 4, tip.row - 1,
+                         tip.row + 1, notBackground))
         << "the stem runs back towards the light";
     EXPECT_FALSE(anyPixel(image, tip.column + kStemEnd + 4, image.width, tip.row - 2, tip.row + 2,
                           notBackground))
@@ -96,7 +98,8 @@ TEST_F(HandlesLayerDraw, HandlesSitWhereTheProjectionPutsTheirCentresOfInterest)
     EXPECT_EQ(image.at(offset(highTip, kInsideHead).column, offset(highTip, kInsideHead).row + 1),
               kBackground)
         << "a selected light has no handle";
-    EXPECT_EQ(image.at(offset(tip, kInsideHead).column, offset(tip, kInsideHead).row), opaque(kRed));
+    EXPECT_EQ(image.at(offset(tip, kInsideHead).column, offset(tip, kInsideHead).row),
+              opaque(kRed));
 }
 
 TEST_F(HandlesLayerDraw, HoveredLightLiesOnTopOfNearerHandles) {
@@ -142,7 +145,8 @@ TEST_F(HandlesLayerDraw, HoveredLightShowsTheLineToItsLightInsteadOfItsStem) {
     image = drawn();
     EXPECT_TRUE(alongStem(image));
     EXPECT_TRUE(pastStemEnd(image)) << "the line runs on to the light";
-    EXPECT_EQ(image.at(offset(tip, kInsideHead).column, offset(tip, kInsideHead).row), opaque(kGreen))
+    EXPECT_EQ(image.at(offset(tip, kInsideHead).column, offset(tip, kInsideHead).row),
+              opaque(kGreen))
         << "a hovered light keeps its colour";
 }
 
@@ -173,16 +177,16 @@ TEST_F(HandlesLayerDraw, PassesSetTheirGLStateInOrderAndOnlyWhenThereIsSomething
                         glCall("glBufferData", GL_ARRAY_BUFFER, 24, GL_STATIC_DRAW)),
               calls.end());
     EXPECT_EQ(countCalls(calls, "glScissor") + countCalls(calls, "glPointSize"), 0);
-    EXPECT_NE(std::find(calls.begin(), calls.end(), glCall("glBlendFunc", GL_SRC_ALPHA,
-                                                           GL_ONE_MINUS_SRC_ALPHA)),
+    EXPECT_NE(std::find(calls.begin(), calls.end(),
+                        glCall("glBlendFunc", GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)),
               calls.end());
 
     // Picking: the area's rows counted from the bottom, fat solid lines, no blending.
     calls = recordGLCalls([this] { layer->pickerDraw(10, 20, 1, 1, AttrRef()); });
     const std::vector<GLCall> pickingOpening = {
-        glCall("glPushAttrib", 0xC604E), glCall("glDisable", GL_LIGHTING),
-        glCall("glDisable", GL_TEXTURE_2D), glCall("glScissor", 10, 107, 1, 1),
-        glCall("glEnable", GL_SCISSOR_TEST), glCall("glDisable", GL_LINE_SMOOTH),
+        glCall("glPushAttrib", 0xC604E),       glCall("glDisable", GL_LIGHTING),
+        glCall("glDisable", GL_TEXTURE_2D),    glCall("glScissor", 10, 107, 1, 1),
+        glCall("glEnable", GL_SCISSOR_TEST),   glCall("glDisable", GL_LINE_SMOOTH),
         glCall("glClear", GL_DEPTH_BUFFER_BIT)};
     ASSERT_GE(calls.size(), pickingOpening.size());
     EXPECT_EQ(std::vector<GLCall>(calls.begin(), calls.begin() + 7), pickingOpening);
@@ -201,6 +205,10 @@ TEST_F(HandlesLayerDraw, PassesSetTheirGLStateInOrderAndOnlyWhenThereIsSomething
             EXPECT_EQ(call.args, std::vector<double>{1.0});
         }
     }
+    delegate->sendSelection({"/root/b"});
+    calls = drawCalls();
+    EXPECT_EQ(countCalls(calls, "glClear"), 1) << "a selected light is not drawn, hovered or not";
+    EXPECT_EQ(countCalls(calls, "glDrawElements"), 2) << "the other light's stem and head";
     viewport->pickHandler = nullptr;
     delegate->removeComponents();
     EXPECT_TRUE(drawCalls().empty()) << "no light component";
@@ -259,7 +267,8 @@ TEST_F(HandlesLayerDraw, MissingShaderFilesAreReportedAndDrawingGoesOn) {
                   std::string::npos)
             << "the root is taken as it stands: " << said;
     }
-    EXPECT_EQ(countCalls(calls, "glDrawElements"), 2) << "the meshes are built and drawn all the same";
+    EXPECT_EQ(countCalls(calls, "glDrawElements"), 2)
+        << "the meshes are built and drawn all the same";
 }
 
 }  // namespace

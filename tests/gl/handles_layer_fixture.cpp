@@ -20,7 +20,8 @@ constexpr double kByteMax = 255.0;
 HandlesLayerGLTest::HandlesLayerGLTest()
     : layerSuite_(buildViewportLayerSuite(&ViewportLayer::create<BeamwrightCOIHandlesLayer>)),
       componentSuite_(
-          buildViewerDelegateComponentSuite(&ViewerDelegateComponent::create<BeamwrightLayerVDC>)) {}
+          buildViewerDelegateComponentSuite(&ViewerDelegateComponent::create<BeamwrightLayerVDC>)) {
+}
 
 void HandlesLayerGLTest::SetUp() {
     GLTest::SetUp();
@@ -62,9 +63,10 @@ void HandlesLayerGLTest::addLight(const std::string& path, const sorrel::Vec3& p
     extra.emplace_back("viewer.default.drawOptions.color",
                        sorrel::floatsAttr({colour[0], colour[1], colour[2]}));
     // Local -z, the light's direction, is world -x.
-    const sorrel::Matrix world = {0, 0, -1, 0, 0, 1, 0, 0, 1, 0, 0, 0,
-                                  position.x, position.y, position.z, 1};
-    delegate->putLocation(path, testing_support::lightAttributes(distance, std::move(extra)), world);
+    const sorrel::Matrix world = {0, 0, -1, 0, 0,          1,          0,          0,
+                                  1, 0, 0,  0, position.x, position.y, position.z, 1};
+    delegate->putLocation(path, testing_support::lightAttributes(distance, std::move(extra)),
+                          world);
 }
 
 PixelPosition HandlesLayerGLTest::pixelOf(const sorrel::Vec3& world) const {
@@ -73,12 +75,12 @@ PixelPosition HandlesLayerGLTest::pixelOf(const sorrel::Vec3& world) const {
 }
 
 void HandlesLayerGLTest::moveTo(const PixelPosition& pixel) const {
-    layer->event(sorrel::groupAttr(
-        {{"type", sorrel::stringAttr("MouseMove")},
-         {"data", sorrel::groupAttr({{"x", sorrel::intAttr(pixel.column)},
-                                     {"y", sorrel::intAttr(pixel.row)},
-                                     {"buttons", sorrel::intAttr(0)},
-                                     {"modifiers", sorrel::intAttr(0)}})}}));
+    layer->event(
+        sorrel::groupAttr({{"type", sorrel::stringAttr("MouseMove")},
+                           {"data", sorrel::groupAttr({{"x", sorrel::intAttr(pixel.column)},
+                                                       {"y", sorrel::intAttr(pixel.row)},
+                                                       {"buttons", sorrel::intAttr(0)},
+                                                       {"modifiers", sorrel::intAttr(0)}})}}));
 }
 
 void HandlesLayerGLTest::clearColour() const {

@@ -40,8 +40,7 @@ protected:
     /// A light pointing along -x: its centre of interest lies `distance` to the
     /// left of `position`, and its handle's stem runs to the right on screen.
     void addLight(const std::string& path, const sorrel::Vec3& position, double distance,
-                  const std::array<float, 3>& colour,
-                  testing_support::AttributeEntries extra = {});
+                  const std::array<float, 3>& colour, testing_support::AttributeEntries extra = {});
     /// The pixel in which a world point lands.
     PixelPosition pixelOf(const sorrel::Vec3& world) const;
     /// A plain mouse move over a pixel, sent to the handles layer.

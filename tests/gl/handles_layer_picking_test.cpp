@@ -116,7 +116,8 @@ TEST_F(HandlesLayerPicking, HostPicksTheNearestHandleUnderThePixelAndLeavesTheSc
     hits = picking.pickAll({tip.column, tip.row - 8, 16, 16});
     ASSERT_EQ(hits.size(), 1u) << "the far head hides wholly behind the near one";
     const AttrRef group = sorrel::pickedGroup(hits);
-    EXPECT_EQ(group.child(std::to_string(hits[0].id)).child("location").stringValue(), "/root/near");
+    EXPECT_EQ(group.child(std::to_string(hits[0].id)).child("location").stringValue(),
+              "/root/near");
     EXPECT_FALSE(sorrel::pickedGroup({}));
 
     GLint framebuffer = -1;

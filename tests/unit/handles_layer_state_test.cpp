@@ -37,11 +37,12 @@ constexpr int kShift = 0x02000000;
 std::uint64_t hashOf(const char* path) { return hashOfText(path).words[0]; }
 
 AttrRef mouse(const char* type, int buttons = 0, int modifiers = 0) {
-    return sorrel::groupAttr({{"type", sorrel::stringAttr(type)},
-                              {"data", sorrel::groupAttr({{"x", sorrel::intAttr(30)},
-                                                          {"y", sorrel::intAttr(40)},
-                                                          {"buttons", sorrel::intAttr(buttons)},
-                                                          {"modifiers", sorrel::intAttr(modifiers)}})}});
+    return sorrel::groupAttr(
+        {{"type", sorrel::stringAttr(type)},
+         {"data", sorrel::groupAttr({{"x", sorrel::intAttr(30)},
+                                     {"y", sorrel::intAttr(40)},
+                                     {"buttons", sorrel::intAttr(buttons)},
+                                     {"modifiers", sorrel::intAttr(modifiers)}})}});
 }
 
 /// A picking group entry as a light's picker object reads.
@@ -124,7 +125,8 @@ TEST_F(HandlesLayerState, EnabledReadsOnlyIntegersAndTheLayerSaysItIsAUILayer) {
     layer->setOption("Enabled", sorrel::intAttr(1));
     layer->setOption("SomethingElse", sorrel::intAttr(0));
     EXPECT_TRUE(handles().isEnabled());
-    EXPECT_EQ(viewport->dirtyCount, 0u) << "neither Enabled nor an unknown option asks for a redraw";
+    EXPECT_EQ(viewport->dirtyCount, 0u)
+        << "neither Enabled nor an unknown option asks for a redraw";
 }
 
 TEST_F(HandlesLayerState, ScaleIsClampedAndRedrawsOnlyWhenItChanges) {
@@ -134,16 +136,11 @@ TEST_F(HandlesLayerState, ScaleIsClampedAndRedrawsOnlyWhenItChanges) {
         std::uint64_t redraws;
     };
     const Step steps[] = {
-        {sorrel::doubleAttr(1.0), 1.0, 0},
-        {sorrel::doubleAttr(2.0), 2.0, 1},
-        {sorrel::doubleAttr(2.0), 2.0, 1},
-        {sorrel::doubleAttr(20.0), 10.0, 2},
-        {sorrel::doubleAttr(30.0), 10.0, 2},
-        {sorrel::doubleAttr(0.001), 0.01, 3},
-        {sorrel::doubleAttr(0.01), 0.01, 3},
-        {sorrel::doubleAttr(10.0), 10.0, 4},
-        {sorrel::intAttr(5), 1.0, 5},
-        {sorrel::doubleAttr(std::nan("")), 10.0, 6},
+        {sorrel::doubleAttr(1.0), 1.0, 0},   {sorrel::doubleAttr(2.0), 2.0, 1},
+        {sorrel::doubleAttr(2.0), 2.0, 1},   {sorrel::doubleAttr(20.0), 10.0, 2},
+        {sorrel::doubleAttr(30.0), 10.0, 2}, {sorrel::doubleAttr(0.001), 0.01, 3},
+        {sorrel::doubleAttr(0.01), 0.01, 3}, {sorrel::doubleAttr(10.0), 10.0, 4},
+        {sorrel::intAttr(5), 1.0, 5},        {sorrel::doubleAttr(std::nan("")), 10.0, 6},
         {sorrel::doubleAttr(-3.0), 0.01, 7},
     };
     for (const Step& step : steps) {
@@ -177,7 +174,8 @@ TEST_F(HandlesLayerState, HoverFollowsPlainMovesAndAsksForARedrawOnlyOnChange) {
     answer(kBelow, sorrel::groupAttr({{"7", at("/root/a")}}), 0.5f);
 
     EXPECT_EQ(hoverAfterMove(), hashOf("/root/a"));
-    EXPECT_EQ(asked, (std::vector<std::string>{kBelow, kHandlesName, kAbove})) << "every layer in order";
+    EXPECT_EQ(asked, (std::vector<std::string>{kBelow, kHandlesName, kAbove}))
+        << "every layer in order";
     EXPECT_EQ(hoverAfterMove(), hashOf("/root/a"));
     EXPECT_EQ(viewport->dirtyCount, 1u) << "the same light twice redraws once";
 
@@ -206,7 +204,8 @@ TEST_F(HandlesLayerState, HoverFollowsPlainMovesAndAsksForARedrawOnlyOnChange) {
     // Events that match no kind, or carry no data, change nothing.
     hoverAfterMove();
     const std::uint64_t redraws = viewport->dirtyCount;
-    layer->event(sorrel::groupAttr({{"type", sorrel::intAttr(1)}, {"data", sorrel::groupAttr({})}}));
+    layer->event(
+        sorrel::groupAttr({{"type", sorrel::intAttr(1)}, {"data", sorrel::groupAttr({})}}));
     layer->event(sorrel::groupAttr({{"type", sorrel::stringAttr("Leave")}}));
     EXPECT_EQ(handles().getHoveredLocation(), hashOf("/root/b"));
 
@@ -250,13 +249,15 @@ TEST_F(HandlesLayerState, NearestHitWinsAndAUILayerBeatsEveryRealDepth) {
     // Within one map the highest key with a location wins.
     answers.clear();
     answer(kBelow,
-           sorrel::groupAttr({{"3", at("/root/a")}, {"9", at("/root/b")}, {"12", sorrel::intAttr(4)},
+           sorrel::groupAttr({{"3", at("/root/a")},
+                              {"9", at("/root/b")},
+                              {"12", sorrel::intAttr(4)},
                               {"15", sorrel::groupAttr({{"name", sorrel::stringAttr("x")}})}}),
            0.5f);
     EXPECT_EQ(hoverAfterMove(), hashB);
     // A nearer hit that holds no location keeps what a further layer found.
-    answer(kAbove, sorrel::groupAttr({{"2", sorrel::groupAttr({{"location", sorrel::intAttr(1)}})}}),
-           0.2f);
+    answer(kAbove,
+           sorrel::groupAttr({{"2", sorrel::groupAttr({{"location", sorrel::intAttr(1)}})}}), 0.2f);
     EXPECT_EQ(hoverAfterMove(), hashB);
 }
 
@@ -264,7 +265,8 @@ TEST_F(HandlesLayerState, NearestHitWinsAndAUILayerBeatsEveryRealDepth) {
 TEST_F(HandlesLayerState, HoverFlagsCountOnlyForTheExactTextOne) {
     using Tessera::Sorrel::ViewerUtils::environmentFlagIsSet;
     EXPECT_TRUE(environmentFlagIsSet("1"));
-    for (const char* off : {"1 ", "11", "0", "", "true"}) EXPECT_FALSE(environmentFlagIsSet(off)) << off;
+    for (const char* off : {"1 ", "11", "0", "", "true"})
+        EXPECT_FALSE(environmentFlagIsSet(off)) << off;
     EXPECT_FALSE(environmentFlagIsSet(nullptr));
 
     GTEST_FLAG_SET(death_test_style, "threadsafe");
