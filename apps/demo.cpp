@@ -9,7 +9,10 @@
 
 #include "host/attribute_model.h"
 #include "host/gl_context.h"
+#include <GL/glew.h>
+
 #include "host/mesh.h"
+#include "host/picking.h"
 #include "host/plugin_host.h"
 #include "host/plugin_library.h"
 #include "host/selection.h"
@@ -20,6 +23,7 @@ using namespace sorrel;
 namespace {
 
 constexpr const char* kLight = "/root/world/lgt/key";
+constexpr const char* kPackageLight = "/root/world/lgt/package1/light";
 constexpr int kShift = 0x02000000;
 constexpr int kLeftButton = 1;
 
@@ -52,7 +56,7 @@ void placeLights(ViewerStage& stage) {
         layer.event(mouse("MouseMove", 320 + 50 * step, 240 + 30 * step, 0, 1, 0));
         printLight(stage.scene(), kLight, step == 1 ? "after a move" : "after another move");
     }
-    for (const char* mode : {"Specular", "Reflection", "Face - Center - Oriented to Normal"}) {
+    for (const char* mode : {"Face - Center - Oriented to Normal", "Specular", "Reflection"}) {
         layer.setOption("Mode", stringAttr(mode));
         layer.event(mouse("MouseButtonPress", 420, 300, kLeftButton, 1, 0));
         const std::string label = std::string("\"") + mode + "\"";
@@ -66,6 +70,60 @@ void placeLights(ViewerStage& stage) {
     std::printf("    package requested: %s\n", created ? "yes" : "no");
     for (const auto& [path, location] : stage.scene().locations())
         if (hasType(location, kLightType) && path != kLight) printLight(stage.scene(), path, path.c_str());
+}
+
+/// The floor as a grid and each light as a dot, by the fixed-function
+/// pipeline: the host's own view of the scene beneath the plugin's handles.
+void drawScene(Viewport& viewport, const Scene& scene) {
+    constexpr float kBackground = 0.12f;
+    constexpr double kHalfFloor = 10.0;
+    constexpr float kLightDotPixels = 7.0f;
+    glViewport(0, 0, viewport.width, viewport.height);
+    glClearColor(kBackground, kBackground, kBackground, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    // Row-vector matrices laid out row by row read as GL's column-major ones.
+    glMatrixMode(GL_PROJECTION);
+    glLoadMatrixd(viewport.projection.data());
+    glMatrixMode(GL_MODELVIEW);
+    glLoadMatrixd(viewport.view.data());
+    glColor3f(0.35f, 0.35f, 0.38f);
+    glBegin(GL_LINES);
+    for (double t = -kHalfFloor; t <= kHalfFloor; t += 1.0) {
+        glVertex3d(t, 0, -kHalfFloor), glVertex3d(t, 0, kHalfFloor);
+        glVertex3d(-kHalfFloor, 0, t), glVertex3d(kHalfFloor, 0, t);
+    }
+    glEnd();
+    glPointSize(kLightDotPixels);
+    glColor3f(1.0f, 0.85f, 0.4f);
+    glBegin(GL_POINTS);
+    for (const auto& [path, location] : scene.locations()) {
+        if (!hasType(location, kLightType)) continue;
+        const Matrix world = *scene.worldTransform(path);
+        glVertex3d(world[12], world[13], world[14]);
+    }
+    glEnd();
+    glLoadIdentity();
+    glMatrixMode(GL_PROJECTION);
+    glLoadIdentity();
+}
+
+/// Hovers the new package light's handle (the selected light shows the
+/// manipulator instead of a handle), draws the viewport and writes a PNG.
+void drawPicture(ViewerStage& stage, const GLContext& gl, const std::string& file) {
+    Picking picking(stage.viewport(), gl);
+    picking.install();
+    const Matrix world = *stage.scene().worldTransform(kPackageLight);
+    const Vec3 centreOfInterest = {world[12] - 4.0 * world[8], world[13] - 4.0 * world[9],
+                                   world[14] - 4.0 * world[10]};
+    const PickArea pixel = pixelOfPoint(stage.viewport(), centreOfInterest);
+    stage.handlesLayer()->event(mouse("MouseMove", pixel.x, pixel.y, 0, 0, 0));
+
+    gl.makeCurrent();
+    drawScene(stage.viewport(), stage.scene());
+    stage.handlesLayer()->draw();
+    const bool written = gl.readPixels().savePng(file);
+    std::printf("\nThe viewport, with the package light's handle hovered: %s\n",
+                written ? file.c_str() : "(no PNG support in this build)");
 }
 
 }  // namespace
@@ -88,12 +146,15 @@ int main(int argc, char** argv) {
         const GLContext gl(640, 480);
         ViewerStage stage(640, 480, {2, 9, 12}, {0, 0, 0}, &plugin);
         stage.scene().meshes().emplace("floor", Mesh::plane(20, 20, 4));
+        for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
+            stage.delegate().putLocation(group, groupAttr({}));
         stage.delegate().putLocation(
             kLight, groupAttr({{"type", stringAttr(kLightType)},
                                {"geometry", groupAttr({{"centerOfInterest", doubleAttr(4.0)}})}}),
             translationMatrix(3, 4, 0));
         stage.select({kLight});
         placeLights(stage);
+        drawPicture(stage, gl, BEAMWRIGHT_PICTURE_PATH);
     }
     const std::int64_t after = attributes.liveReferences();
     std::printf("\nLive attribute references: %lld before, %lld after (%s)\n",
