@@ -1,5 +1,5 @@
 # The two commands people run: `make demo` and `make test`.
-.PHONY: all deps build demo test test-asan clean
+.PHONY: all deps build demo test test-asan bench clean
 
 JOBS ?= $(shell nproc)
 
@@ -22,6 +22,10 @@ test-asan: deps
 	@cmake --preset asan >/dev/null
 	@cmake --build --preset asan -j $(JOBS)
 	@ctest --preset asan -j $(JOBS)
+
+# Each benchmark prints its figures beside a floor measured in the same run.
+bench: build
+	@for b in build/bench/*_bench; do echo "== $$b"; $$b --benchmark_min_time=0.2; done
 
 clean:
 	@rm -rf build build-asan
