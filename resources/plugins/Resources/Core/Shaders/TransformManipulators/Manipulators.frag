@@ -1,4 +1,4 @@
-#version 400 core
+#version 440 core
 // Centre-of-interest handles: every fragment that is kept comes out exactly as
 // "color", which the picking pass relies on.
 
@@ -10,7 +10,7 @@ uniform int mode;
 uniform int pattern;   // stipple bits, bit 0 at the start of a line; -1 draws solid
 uniform float factor;  // pixels along the line for each bit of the pattern
 
-in Stipple {
+layout(location = 0) in Stipple {
     noperspective float alongLine;
 } fragmentIn;
 

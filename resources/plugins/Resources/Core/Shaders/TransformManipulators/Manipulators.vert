@@ -1,4 +1,4 @@
-#version 400 core
+#version 440 core
 // Centre-of-interest handles, shared by the filled and the line program.
 // The matrices come as row-vector matrices handed over untransposed, so GL
 // sees their transposes and a position maps as P * V * W * p.
@@ -10,7 +10,7 @@ uniform dmat4 worldMatrix;
 uniform dmat4 viewMatrix;
 uniform dmat4 projectionMatrix;
 
-out Stipple {
+layout(location = 0) out Stipple {
     noperspective float alongLine;  // pixels from the start of the line
 } vertexOut;
 
