@@ -1,12 +1,15 @@
 // BeamwrightLayerVDC loaded from Beamwright.so and driven by the host's viewer
 // delegate. The host sees the component only through what it asks of the host:
-// the references it holds on attributes, and the world transforms it queries.
+// the references it holds on attributes and the world transforms it queries.
+// USD paths and prims are lent for each call and read in place.
 
 #include <gtest/gtest.h>
 
+#include "host/matrix.h"
 #include "host/viewer_delegate.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/plugin_fixture.h"
+#include "vrt/stage.h"
 
 using namespace sorrel;
 using testing_support::groupAttributes;
@@ -26,10 +29,8 @@ protected:
         PluginContractTest::TearDown();
     }
 
+    ComponentObject& component() { return *delegate.component("BeamwrightLayerVDC"); }
     static std::int64_t references() { return AttributeModel::instance().liveReferences(); }
-    static int referencesOn(const AttrRef& attribute) {
-        return AttributeModel::instance().read(attribute.get()).references;
-    }
 
     ViewerDelegate delegate;
 };
@@ -41,52 +42,36 @@ TEST_F(LightComponentContract, RecordsAreKeptBelowAKnownParentAndReleasedWithThe
 
     delegate.sendLocation("/root/lgt");
     EXPECT_EQ(references(), idle) << "a location before its parent is not kept";
-    EXPECT_EQ(delegate.transformQueries, 0u);
-
     delegate.sendLocation("/root");
     const std::int64_t withRoot = references();
-    EXPECT_GT(withRoot, idle);
     delegate.sendLocation("/root/lgt");
     EXPECT_GT(references(), withRoot) << "the repeat after the parent is kept";
     EXPECT_EQ(delegate.transformQueries, 2u) << "one world transform for each new location";
-
-    const std::int64_t withBoth = references();
-    delegate.sendRemoval("/root/nowhere");
-    EXPECT_EQ(references(), withBoth);
     delegate.sendRemoval("/root");
     EXPECT_EQ(references(), idle) << "removing the parent releases both records";
-
-    delegate.sendLocation("/root");
-    delegate.sendLocation("/root/lgt");
-    delegate.removeComponents();
-    EXPECT_EQ(references(), idle) << "destroying the component releases every record";
 }
 
-TEST_F(LightComponentContract, OnlyAMoveAsksForTransformsAndItCarriesTheWholeSubtree) {
-    for (const char* path :
-         {"/root", "/root/group", "/root/group/a", "/root/group/a/b", "/root/other"})
-        delegate.putLocation(path, groupAttributes());
-    const AttrRef firstAttributes = delegate.scene().find("/root/group")->attributes;
-    const int heldAtFirst = referencesOn(firstAttributes);
+TEST_F(LightComponentContract, UsdEventsReadTheLentPrimsAndHoldNoReference) {
+    const auto send = [this](const vrt::Prim& prim, std::uint32_t flags) {
+        return component().usdLocationEvent(/* time = */ 0.0, &prim.getPath(), &prim, flags);
+    };
+    const std::int64_t idle = references();
+    vrt::Stage stage;
+    vrt::Prim key = stage.definePrim(vrt::Path("/World/Rig/Key"));
+    key.applyApi(vrt::Token("SorrelUsdLightAPI"));
+    key.setAttr(vrt::Token("centerOfInterest"), vrt::Value(4.0));
+    key.setLocalTransformation(lqm::Mat4<double>(translationMatrix(0, 2, 0)));
+    const vrt::Prim rig = stage.definePrim(vrt::Path("/World/Rig"));
 
-    std::uint64_t queries = delegate.transformQueries;
-    delegate.scene().find("/root/group")->attributes = lightAttributes(2.0);
-    delegate.moveLocation("/root/group", translationMatrix(1, 2, 3));
-    EXPECT_EQ(delegate.transformQueries - queries, 1u + 3u)
-        << "the moved location, then its subtree";
-    EXPECT_EQ(referencesOn(firstAttributes), heldAtFirst - 1) << "a move keeps the old attributes";
-
-    queries = delegate.transformQueries;
-    delegate.sendStateChange("/root/group");
-    EXPECT_EQ(referencesOn(firstAttributes), heldAtFirst - 2)
-        << "a state change takes the new ones";
-    delegate.setExcluded("/root/group/a", true);
-    delegate.sendLocation("/root/group/a/b");
-    const std::int64_t held = references();
-    delegate.sendSelection({"/root/group", "/root/unknown"});
-    delegate.component("BeamwrightLayerVDC")->locationEvent("/root/other", AttrRef(), AttrRef(), 0);
-    EXPECT_EQ(references(), held) << "selection and flagless events keep what they have";
-    EXPECT_EQ(delegate.transformQueries, queries);
+    EXPECT_FALSE(send(key, UsdFlags::kPrimAdded));
+    EXPECT_FALSE(send(rig, UsdFlags::kPrimChanged | UsdFlags::kExcluded));
+    EXPECT_FALSE(send(key, /* flags = */ 0));
+    delegate.sendUsdSelection({"/World/Rig/Key", "/World/Missing"});
+    delegate.sendUsdSelection({});
+    delegate.sendUsdRemoval(vrt::Path("/World/Nowhere"));
+    EXPECT_EQ(references(), idle) << "records are made when a layer asks for the list";
+    delegate.sendUsdRemoval(vrt::Path("/World/Rig"));
+    EXPECT_FALSE(send(key, UsdFlags::kPrimAdded));
 }
 
 }  // namespace

@@ -30,11 +30,10 @@ class LightLocationDataTest : public testing_support::UnitTest {};
 using Color = std::array<float, 4>;
 constexpr Color kYellow = {1.0f, 1.0f, 0.0f, 1.0f};
 
-LightLocationData updated(const AttrRef& attributes, const Mat4d& world = Mat4d(),
-                          const std::string& path = "/root/lgt") {
+LightLocationData updated(const AttrRef& attributes, const Mat4d& world = Mat4d()) {
     LightLocationData data;
     data.attributes = GroupAttribute(Attribute::share(attributes.get()));
-    data.pickerObject = makePickerObject(path);
+    data.pickerObject = makePickerObject("/root/lgt");
     data.worldMatrix = world;
     updateLightLocationData(data);
     return data;
@@ -43,37 +42,25 @@ LightLocationData updated(const AttrRef& attributes, const Mat4d& world = Mat4d(
 bool sameVec(const Vec3d& a, const Vec3d& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
 
 TEST_F(LightLocationDataTest, TypeHideAndPickableReadOnlyTheirOwnTypes) {
-    EXPECT_FALSE(
-        updated(dottedGroup({{"geometry.centerOfInterest", sorrel::doubleAttr(1.0)}})).isLight);
     EXPECT_FALSE(updated(dottedGroup({{"type", sorrel::stringAttr("camera")}})).isLight);
-
     const LightLocationData light = updated(lightAttributes(2.0));
-    EXPECT_TRUE(light.isLight);
-    EXPECT_TRUE(light.showHandle);
-    EXPECT_TRUE(light.pickable) << "pickable unless told otherwise";
-    EXPECT_TRUE(light.excluded) << "left to the location event";
-    EXPECT_FALSE(light.selected);
+    EXPECT_TRUE(light.isLight && light.showHandle && light.pickable);
 
-    const auto showsWith = [](const char* name, const AttrRef& value) {
-        return updated(lightAttributes(2.0, {{name, value}})).showHandle;
+    const auto with = [](const char* name, const AttrRef& value) {
+        return updated(lightAttributes(2.0, {{name, value}}));
     };
-    EXPECT_TRUE(showsWith("viewer.default.drawOptions.hide", sorrel::floatAttr(1.0f)))
-        << "only an integer hides";
-    EXPECT_TRUE(showsWith("viewer.default.drawOptions.hide", sorrel::intAttr(0)));
-    EXPECT_FALSE(showsWith("viewer.default.drawOptions.hide", sorrel::intAttr(-1)));
-    EXPECT_FALSE(showsWith("viewer.default.beamwright.hideHandle", sorrel::intAttr(1)));
+    const char* const hide = "viewer.default.drawOptions.hide";
+    EXPECT_TRUE(with(hide, sorrel::floatAttr(1.0f)).showHandle) << "only an integer hides";
+    EXPECT_TRUE(with(hide, sorrel::intAttr(0)).showHandle);
+    EXPECT_FALSE(with(hide, sorrel::intAttr(-1)).showHandle);
+    EXPECT_FALSE(with("viewer.default.beamwright.hideHandle", sorrel::intAttr(1)).showHandle);
+    const LightLocationData unpickable = with("viewer.default.pickable", sorrel::intAttr(0));
+    EXPECT_TRUE(unpickable.showHandle && !unpickable.pickable) << "drawn, but not picked";
+    EXPECT_TRUE(with("viewer.default.pickable", sorrel::floatAttr(0.0f)).pickable);
 
-    const LightLocationData unpickable =
-        updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::intAttr(0)}}));
-    EXPECT_FALSE(unpickable.pickable);
-    EXPECT_TRUE(unpickable.showHandle) << "drawn, but not picked";
-    EXPECT_TRUE(
-        updated(lightAttributes(2.0, {{"viewer.default.pickable", sorrel::floatAttr(0.0f)}}))
-            .pickable);
-
+    // Without any attribute group every attribute falls to its default.
     const LightLocationData bare = updated(AttrRef());
-    EXPECT_FALSE(bare.isLight);
-    EXPECT_FALSE(bare.showHandle);
+    EXPECT_FALSE(bare.isLight || bare.showHandle);
     EXPECT_TRUE(bare.pickable);
     EXPECT_EQ(bare.color, kYellow);
     EXPECT_EQ(bare.locationHash, hashOfText("/root/lgt").words[0]);
@@ -88,19 +75,16 @@ TEST_F(LightLocationDataTest, LooksAlongTheNegativeLocalZAxisToItsCentreOfIntere
             if (i % 4 != 3) world.data()[i] = value(random);
         const double distance = value(random);
         const LightLocationData data = updated(lightAttributes(distance), world);
-
-        const Vec3d position{world[3][0], world[3][1], world[3][2]};
-        const double zLength = std::sqrt(world[2][0] * world[2][0] + world[2][1] * world[2][1] +
-                                         world[2][2] * world[2][2]);
-        EXPECT_TRUE(sameVec(data.position, position));
+        const double zLength = std::hypot(world[2][0], world[2][1], world[2][2]);
         for (int i = 0; i < 3; ++i) {
             const double expected = -world[2][i] / zLength;
+            EXPECT_EQ(data.position[i], world[3][i]);
             EXPECT_NEAR(data.direction[i], expected, 1e-12) << "trial " << trial;
-            EXPECT_NEAR(data.centerOfInterest[i], position[i] + distance * expected, 1e-12);
+            EXPECT_NEAR(data.centerOfInterest[i], world[3][i] + distance * expected, 1e-12);
         }
     }
 
-    Mat4d flat;
+    Mat4d flat;  // without a local Z axis
     flat[2][2] = 0.0;
     flat[3][0] = 4.0;
     const LightLocationData degenerate = updated(lightAttributes(5.0), flat);
@@ -111,7 +95,7 @@ TEST_F(LightLocationDataTest, LooksAlongTheNegativeLocalZAxisToItsCentreOfIntere
          {dottedGroup({{"type", sorrel::stringAttr("light")}}),
           dottedGroup({{"type", sorrel::stringAttr("light")},
                        {"geometry.centerOfInterest", sorrel::floatAttr(5.0f)}})}) {
-        const LightLocationData data = updated(attributes, flat);
+        const LightLocationData data = updated(attributes);
         EXPECT_FALSE(data.showHandle) << "no handle without a double centre of interest";
         EXPECT_TRUE(sameVec(data.centerOfInterest, data.position));
     }
@@ -144,15 +128,11 @@ TEST_F(LightLocationDataTest, ColourComesFromTheFirstAttributeWithThreeValues) {
 TEST_F(LightLocationDataTest, RecordOwnsOneReferenceOnEachGroup) {
     const LightLocationData data = updated(lightAttributes(3.0));
     const std::int64_t held = AttributeModel::instance().liveReferences();
-    {
-        LightLocationData copy = data;
-        const LightLocationData moved = std::move(copy);
-        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2);
-        EXPECT_FALSE(copy.pickerObject.isValid() || copy.attributes.isValid());
-        copy = moved;
-        EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 4);
-    }
-    EXPECT_EQ(AttributeModel::instance().liveReferences(), held);
+    LightLocationData copy = data;
+    EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2);
+    const LightLocationData moved = std::move(copy);
+    EXPECT_FALSE(copy.pickerObject.isValid() || copy.attributes.isValid());
+    EXPECT_EQ(AttributeModel::instance().liveReferences(), held + 2);
 }
 
 }  // namespace
