@@ -65,17 +65,17 @@ TEST_F(LightComponent, TransformAndAttributeChangesTouchExactlyTheirOwnParts) {
     delegate.putLocation("/root/group/sub", groupAttributes());
     delegate.putLocation("/root/group/sub/fill", lightAttributes(3.0));
     delegate.putLocation("/root/rim", lightAttributes(1.0), translationMatrix(0, 0, 4));
-    const AttributeHandle keyAttributes = lightAt("/root/group/key")->attributes.handle();
 
-    // The host reports the moved group only; the plugin carries what lies below.
+    // The host reports the moved group only; the plugin carries what lies below, and
+    // keeps the group's attributes though the event brings others.
+    delegate.scene().find("/root/group")->attributes = lightAttributes(5.0);
     std::uint64_t queries = delegate.transformQueries;
     delegate.moveLocation("/root/group", translationMatrix(20, 0, 0));
     EXPECT_EQ(delegate.transformQueries - queries, 1u + 4u)
         << "the moved location, then its subtree";
-    const LightLocationData* key = lightAt("/root/group/key");
-    EXPECT_EQ(key->position.x, 20.0);
+    EXPECT_EQ(lightAt("/root/group/key")->position.x, 20.0);
     EXPECT_EQ(lightAt("/root/group/sub/fill")->position.x, 20.0);
-    EXPECT_EQ(key->attributes.handle(), keyAttributes) << "a move keeps the attributes";
+    EXPECT_EQ(lightAt("/root/group"), nullptr);
 
     // An attribute change takes the new attributes and asks for no transform, here nor below.
     sorrel::Location& rim = *delegate.scene().find("/root/rim");
@@ -93,7 +93,7 @@ TEST_F(LightComponent, TransformAndAttributeChangesTouchExactlyTheirOwnParts) {
     delegate.sendStateChange("/root/group/key");
     rim.attributes = testing_support::dottedGroup({{"type", sorrel::stringAttr("light")}});
     delegate.sendLocation("/root/rim");
-    EXPECT_EQ(lightPaths(), Paths{"/root/group/sub/fill"});
+    EXPECT_EQ(lightPaths(), (Paths{"/root/group", "/root/group/sub/fill"}));
 }
 
 TEST_F(LightComponent, RemovalTakesTheSubtreeAndALaterReportComesLast) {
