@@ -13,19 +13,13 @@
 
 namespace testing_support {
 
-/// Keeps every option it is given, in order; answers getOption from `answers`.
-class RecordingLayer : public sorrel::HostLayer {
+/// A host object that keeps every option it is given, by name, in order.
+template <typename Base>
+class Recording : public Base {
 public:
-    using HostLayer::HostLayer;
+    using Base::Base;
     void setOption(std::uint64_t id, sorrel::AttrRef value) override {
         received.emplace_back(sorrel::OptionIdGenerator::instance().nameOf(id), std::move(value));
-    }
-    sorrel::AttrRef getOption(std::uint64_t id) override {
-        ++getCount;
-        const std::string name = sorrel::OptionIdGenerator::instance().nameOf(id);
-        for (const auto& [key, value] : answers)
-            if (key == name) return value;
-        return {};
     }
     /// The values received under one option name.
     std::vector<sorrel::AttrRef> valuesOf(const std::string& name) const {
@@ -34,18 +28,22 @@ public:
             if (key == name) values.push_back(value);
         return values;
     }
-
     std::vector<std::pair<std::string, sorrel::AttrRef>> received;
-    std::vector<std::pair<std::string, sorrel::AttrRef>> answers;
-    int getCount = 0;
 };
 
-class RecordingHandle : public sorrel::ManipulatorHandle {
+using RecordingHandle = Recording<sorrel::ManipulatorHandle>;
+
+/// Answers getOption from `answers`.
+class RecordingLayer : public Recording<sorrel::HostLayer> {
 public:
-    void setOption(std::uint64_t id, sorrel::AttrRef value) override {
-        received.emplace_back(sorrel::OptionIdGenerator::instance().nameOf(id), std::move(value));
+    using Recording::Recording;
+    sorrel::AttrRef getOption(std::uint64_t id) override {
+        const std::string name = sorrel::OptionIdGenerator::instance().nameOf(id);
+        for (const auto& [key, value] : answers)
+            if (key == name) return value;
+        return {};
     }
-    std::vector<std::pair<std::string, sorrel::AttrRef>> received;
+    std::vector<std::pair<std::string, sorrel::AttrRef>> answers;
 };
 
 class RecordingManipulator : public sorrel::Manipulator {
