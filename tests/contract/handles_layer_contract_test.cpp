@@ -13,6 +13,7 @@
 #include "host/gl_context.h"
 #include "host/picking.h"
 #include "host/viewer_stage.h"
+#include "tests/support/light_attributes.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -36,14 +37,9 @@ Matrix pointingLeft(const Vec3& position) {
 
 AttrRef light(double distance, const std::array<std::uint8_t, 4>& colour) {
     const auto unit = [](std::uint8_t byte) { return byte / kByteMax; };
-    return groupAttr(
-        {{"type", stringAttr("light")},
-         {"geometry", groupAttr({{"centerOfInterest", doubleAttr(distance)}})},
-         {"viewer",
-          groupAttr({{"default",
-                      groupAttr({{"drawOptions",
-                                  groupAttr({{"color", floatsAttr({unit(colour[0]), unit(colour[1]),
-                                                                   unit(colour[2])})}})}})}})}});
+    return testing_support::lightAttributes(
+        distance, {{"viewer.default.drawOptions.color",
+                    floatsAttr({unit(colour[0]), unit(colour[1]), unit(colour[2])})}});
 }
 
 AttrRef mouseMove(const PickArea& pixel) {
@@ -65,8 +61,8 @@ protected:
         picking = std::make_unique<Picking>(stage->viewport(), *gl);
         picking->install();
 
-        stage->delegate().putLocation("/root", groupAttr({}));
-        stage->delegate().putLocation("/root/lights", groupAttr({}));
+        stage->delegate().putLocation("/root", testing_support::groupAttributes());
+        stage->delegate().putLocation("/root/lights", testing_support::groupAttributes());
         stage->delegate().putLocation(kKey, light(3.0, kKeyColour), pointingLeft({3, 0, 0}));
         stage->delegate().putLocation(kFill, light(2.0, kFillColour), pointingLeft({2, 2, 0}));
     }

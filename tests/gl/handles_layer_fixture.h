@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_suite.h"
@@ -60,5 +61,8 @@ private:
 
 /// The exact RGBA8 bytes of a colour with components 0 or 1.
 Pixel opaque(const std::array<float, 3>& colour);
+
+/// A list of strings, as the option of excluded locations takes it.
+sorrel::AttrRef strings(std::vector<std::string> texts);
 
 }  // namespace handles_testing
