@@ -79,15 +79,11 @@ protected:
         layer->setOption("Mode", sorrel::stringAttr(mode));
     }
     std::size_t sent(const std::string& option, std::size_t handle = 0) const {
-        std::size_t count = 0;
-        for (const auto& [name, value] : manipulator->handles[handle].received) count += name == option;
-        return count;
+        return manipulator->handles[handle].valuesOf(option).size();
     }
     AttrRef lastLightData(std::size_t handle = 0) const {
-        AttrRef last;
-        for (const auto& [name, value] : manipulator->handles[handle].received)
-            if (name == "LightData") last = value;
-        return last;
+        const auto values = manipulator->handles[handle].valuesOf("LightData");
+        return values.empty() ? AttrRef() : values.back();
     }
     bool flagOption(const char* name) const { return layer->getOption(name).intValue() == 1; }
 
