@@ -162,7 +162,7 @@ void ManipulatorHandleWrapper::setOption(OptionId id, Attribute value) const {
 // ---- layer and component wrappers ----
 
 ViewportLayerWrapper::ViewportLayerWrapper(PluginHost* creatorHost, const ObjectTriple& triple)
-    : pluginHandle_(triple.pluginHandle), pluginSuite_(triple.pluginSuite) {
+    : PluginObjectRef(triple) {
     adoptHostOnce(pluginHost, creatorHost);
     bind(triple.hostHandle);
 }
@@ -185,19 +185,11 @@ void ViewportLayerWrapper::setOption(const std::string& name, Attribute value) c
     setOption(getOptionId(name.c_str()), std::move(value));
 }
 
-void* ViewportLayerWrapper::getPluginInstance() const {
-    return pluginInstanceOf(static_cast<const PluginObjectHandle*>(pluginHandle_));
-}
-
 ViewerDelegateComponentWrapper::ViewerDelegateComponentWrapper(PluginHost* creatorHost,
                                                                const ObjectTriple& triple)
-    : pluginHandle_(triple.pluginHandle), pluginSuite_(triple.pluginSuite) {
+    : PluginObjectRef(triple) {
     adoptHostOnce(pluginHost, creatorHost);
     bind(triple.hostHandle);
-}
-
-void* ViewerDelegateComponentWrapper::getPluginInstance() const {
-    return pluginInstanceOf(static_cast<const PluginObjectHandle*>(pluginHandle_));
 }
 
 }  // namespace Tessera::Sorrel::ViewerAPI
