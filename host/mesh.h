@@ -34,7 +34,6 @@ public:
     /// Two triangles (a, b, c) and (a, c, d) as one face.
     void addQuad(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d);
 
-    std::size_t triangleCount() const { return triangles_.size(); }
 
     /// The nearest hit in front of `origin` (world space), both sides of a
     /// triangle counting, or nothing.

@@ -142,7 +142,6 @@ std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<Layer
     glPopAttrib();
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(previousDraw));
     glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(previousRead));
-    ++passes_;
     return hits;
 }
 

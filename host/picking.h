@@ -76,7 +76,6 @@ public:
     void install();
 
     /// Picker passes run so far.
-    std::uint64_t passCount() const { return passes_; }
 
 private:
     AttrRef answer(const std::string& layerName, const PickArea& area, float* depth);
@@ -92,7 +91,6 @@ private:
     std::int32_t targetWidth_ = 0;
     std::int32_t targetHeight_ = 0;
     bool installed_ = false;
-    std::uint64_t passes_ = 0;
 };
 
 }  // namespace sorrel

@@ -57,15 +57,12 @@ public:
     /// The name of an identifier, or "#<id>" when unknown.
     std::string nameOf(std::uint64_t id) const;
     /// How many identifiers were asked for, repeated names included.
-    std::uint64_t requestCount() const { return requestCount_; }
-    void countRequest() { ++requestCount_; }
 
 private:
     OptionIdGenerator();
     SuiteTable table_;
     std::map<std::string, std::uint64_t> ids_;
     std::map<std::uint64_t, std::string> names_;
-    std::uint64_t requestCount_ = 0;
 };
 
 }  // namespace sorrel

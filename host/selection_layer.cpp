@@ -9,7 +9,6 @@ void SelectionLayer::setOption(std::uint64_t id, AttrRef value) {
     static const std::uint64_t selectionModeId =
         OptionIdGenerator::instance().idOf("BeamwrightSelectionMode");
     if (id != selectionModeId) return;
-    ++selectionModeCount_;
     selectionMode_ = readInt(value);
 }
 

@@ -19,12 +19,9 @@ public:
 
     /// The latest "BeamwrightSelectionMode", or nothing when it was no integer.
     std::optional<std::int32_t> selectionMode() const { return selectionMode_; }
-    /// How many "BeamwrightSelectionMode" options arrived.
-    std::uint64_t selectionModeCount() const { return selectionModeCount_; }
 
 private:
     std::optional<std::int32_t> selectionMode_;
-    std::uint64_t selectionModeCount_ = 0;
 };
 
 }  // namespace sorrel

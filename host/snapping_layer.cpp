@@ -24,7 +24,6 @@ Vec3 snappedPoint(const SceneHit& hit, const std::string& strategy) {
 void SnappingLayer::setOption(std::uint64_t id, AttrRef value) {
     static const std::uint64_t prepareId = optionId("SnappingLayer.PreparePickOnDemand");
     if (id != prepareId) return;
-    ++prepareCount_;
     const auto x = readInt(value.child("x"));
     const auto y = readInt(value.child("y"));
     request_.valid = x && y;
@@ -36,7 +35,6 @@ void SnappingLayer::setOption(std::uint64_t id, AttrRef value) {
 AttrRef SnappingLayer::getOption(std::uint64_t id) {
     static const std::uint64_t pickId = optionId("SnappingLayer.PickOnDemand");
     if (id != pickId || viewport() == nullptr) return AttrRef();
-    ++pickCount_;
     if (!request_.valid) return AttrRef();
     const auto ray = rayThroughPixel(*viewport(), request_.x, request_.y);
     if (!ray) return AttrRef();

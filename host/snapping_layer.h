@@ -25,6 +25,7 @@ public:
     void setOption(std::uint64_t id, AttrRef value) override;
     AttrRef getOption(std::uint64_t id) override;
 
+private:
     /// The latest prepared pick, as it was understood.
     struct Request {
         bool valid = false;  // "x" and "y" were integers
@@ -32,14 +33,7 @@ public:
         std::int32_t y = 0;
         std::string strategy;  // empty when none was given
     };
-    const Request& lastRequest() const { return request_; }
-    std::uint64_t prepareCount() const { return prepareCount_; }
-    std::uint64_t pickCount() const { return pickCount_; }
-
-private:
     Request request_;
-    std::uint64_t prepareCount_ = 0;
-    std::uint64_t pickCount_ = 0;
 };
 
 }  // namespace sorrel

@@ -22,8 +22,6 @@ public:
         slots_.at(position) = reinterpret_cast<void*>(function);
         return *this;
     }
-    /// Puts a plain number at a position (a table may hold constants).
-    void setWord(std::size_t position, void* word) { slots_.at(position) = word; }
     void* const* data() const { return slots_.data(); }
 
 private:
