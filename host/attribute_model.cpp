@@ -542,6 +542,11 @@ void AttributeModel::releaseSampleBlock(const void* block) {
 AttrRef::AttrRef(const AttrRef& other) : handle_(other.handle_) {
     if (handle_ != nullptr) model().retain(handle_);
 }
+AttrRef AttrRef::borrow(void* handle) {
+    auto* node = static_cast<AttrHandle>(handle);
+    if (node != nullptr) model().retain(node);
+    return AttrRef(node);
+}
 AttrRef::~AttrRef() {
     if (handle_ != nullptr) model().release(handle_);
 }

@@ -115,6 +115,8 @@ class AttrRef {
 public:
     AttrRef() = default;
     explicit AttrRef(AttrHandle handle) : handle_(handle) {}
+    /// A reference of its own to a handle that the caller only lends.
+    static AttrRef borrow(void* handle);
     AttrRef(const AttrRef& other);
     AttrRef(AttrRef&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
     AttrRef& operator=(AttrRef other) noexcept {

@@ -20,10 +20,7 @@ struct ViewerTables {
         static_cast<Slot*>(layer)->viewport->triple().writeTo(h, p, s);
     }
     static std::uint64_t layerAddPickedAttr(void* layer, void* attribute) {
-        Viewport& vp = *static_cast<Slot*>(layer)->viewport;
-        AttrRef borrowed(static_cast<AttrHandle>(attribute));
-        AttributeModel::instance().retain(borrowed.get());
-        return vp.addPickedAttr(borrowed);
+        return static_cast<Slot*>(layer)->viewport->addPickedAttr(AttrRef::borrow(attribute));
     }
     static void* layerPick(void* layer, std::int32_t x, std::int32_t y, std::int32_t w,
                            std::int32_t hgt, std::int32_t flag, float* depth) {
@@ -87,9 +84,7 @@ struct ViewerTables {
         return AttributeModel::instance().makeDoubles({world->begin(), world->end()});
     }
     static void* delegateCallMethod(void* h, const char* name, void* argument) {
-        if (argument != nullptr) AttributeModel::instance().retain(static_cast<AttrHandle>(argument));
-        const AttrRef borrowed(static_cast<AttrHandle>(argument));
-        return delegate(h).callMethod(name, borrowed).release();
+        return delegate(h).callMethod(name, AttrRef::borrow(argument)).release();
     }
     static void delegateComponent(void* h, const char* name, void** oh, void** p, const void** s) {
         ObjectTriple found;
