@@ -5,7 +5,6 @@
 namespace Tessera::Sorrel::ViewerAPI {
 
 namespace {
-constexpr float kTimeZero = 0.0f;
 constexpr std::int64_t kFirstValue = 0;
 constexpr std::uint8_t kEmptyGroupFlag = 1;
 constexpr std::uint8_t kBuilderSetFlag = 1;

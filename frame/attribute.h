@@ -12,6 +12,10 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
+/// The time at which values that the plugin treats as still are read: the
+/// nearest sample to it stands for the whole attribute.
+inline constexpr float kTimeZero = 0.0f;
+
 /// Attribute type codes as the host's getType answers them.
 enum AttributeType : int {
     kIntType = 1,

@@ -39,6 +39,8 @@ public:
     /// A copy of the view matrix; the identity when the host has none.
     lqm::Mat4<double> getViewMatrix44() const;
     const double* getProjectionMatrix() const;
+    /// A copy of the projection matrix; the identity when the host has none.
+    lqm::Mat4<double> getProjectionMatrix44() const;
     std::shared_ptr<ManipulatorWrapper> getManipulator(const std::string& name) const;
 
 private:

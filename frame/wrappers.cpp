@@ -12,8 +12,6 @@ namespace Tessera::Sorrel::ViewerAPI {
 
 namespace {
 
-constexpr float kTimeZero = 0.0f;
-
 /// Asks a host function with three outs; the wrapper only when all three are set.
 template <typename Wrapper, typename Lookup, typename... Args>
 std::shared_ptr<Wrapper> lookUp(PluginHost* creatorHost, Lookup lookup, void* hostHandle,
@@ -32,20 +30,20 @@ std::shared_ptr<Wrapper> askAndWrap(PluginHost* creatorHost, Ask ask, void* host
     return std::make_shared<Wrapper>(creatorHost, triple);
 }
 
-
 }  // namespace
 
 // ---- layers and components: the cached way up ----
 
 std::shared_ptr<ViewportWrapper> ViewportLayerPluginBase::getViewport() {
-    if (!viewport_) viewport_ = askAndWrap<ViewportWrapper>(pluginHost, hostSuite_->getViewport, hostHandle_);
+    if (!viewport_)
+        viewport_ = askAndWrap<ViewportWrapper>(pluginHost, hostSuite_->getViewport, hostHandle_);
     return viewport_;
 }
 
 std::shared_ptr<ViewerDelegateWrapper> ViewerDelegateComponentPluginBase::getViewerDelegate() {
     if (!viewerDelegate_)
-        viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(pluginHost,
-                                                            hostSuite_->getViewerDelegate, hostHandle_);
+        viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
+            pluginHost, hostSuite_->getViewerDelegate, hostHandle_);
     return viewerDelegate_;
 }
 
@@ -81,8 +79,8 @@ std::shared_ptr<ViewerDelegateComponentWrapper> ViewerDelegateWrapper::getCompon
 
 std::shared_ptr<ViewerDelegateWrapper> ViewportWrapper::getViewerDelegate() {
     if (!viewerDelegate_)
-        viewerDelegate_ =
-            askAndWrap<ViewerDelegateWrapper>(pluginHost, hostSuite_->getViewerDelegate, hostHandle_);
+        viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
+            pluginHost, hostSuite_->getViewerDelegate, hostHandle_);
     return viewerDelegate_;
 }
 
@@ -92,7 +90,9 @@ std::shared_ptr<ViewportCameraWrapper> ViewportWrapper::getActiveCamera() const 
 
 std::int32_t ViewportWrapper::getWidth() const { return hostSuite_->getWidth(hostHandle_); }
 std::int32_t ViewportWrapper::getHeight() const { return hostSuite_->getHeight(hostHandle_); }
-void ViewportWrapper::setDirty(bool dirty) const { hostSuite_->setDirty(hostHandle_, dirty ? 1 : 0); }
+void ViewportWrapper::setDirty(bool dirty) const {
+    hostSuite_->setDirty(hostHandle_, dirty ? 1 : 0);
+}
 
 std::shared_ptr<ViewportLayerWrapper> ViewportWrapper::getLayer(const std::string& name) const {
     return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_->getLayerByName, hostHandle_,
@@ -100,22 +100,34 @@ std::shared_ptr<ViewportLayerWrapper> ViewportWrapper::getLayer(const std::strin
 }
 
 std::shared_ptr<ViewportLayerWrapper> ViewportWrapper::getLayer(std::uint32_t index) const {
-    return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_->getLayerByIndex, hostHandle_, index);
+    return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_->getLayerByIndex, hostHandle_,
+                                        index);
 }
 
 std::uint32_t ViewportWrapper::getNumberOfLayers() const {
     return hostSuite_->getNumberOfLayers(hostHandle_);
 }
 
-const double* ViewportWrapper::getViewMatrix() const { return hostSuite_->getViewMatrix(hostHandle_); }
+const double* ViewportWrapper::getViewMatrix() const {
+    return hostSuite_->getViewMatrix(hostHandle_);
+}
+
+namespace {
+lqm::Mat4<double> matrixOrIdentity(const double* values) {
+    return values != nullptr ? lqm::Mat4<double>(values) : lqm::Mat4<double>();
+}
+}  // namespace
 
 lqm::Mat4<double> ViewportWrapper::getViewMatrix44() const {
-    const double* values = getViewMatrix();
-    return values != nullptr ? lqm::Mat4<double>(values) : lqm::Mat4<double>();
+    return matrixOrIdentity(getViewMatrix());
 }
 
 const double* ViewportWrapper::getProjectionMatrix() const {
     return hostSuite_->getProjectionMatrix(hostHandle_);
+}
+
+lqm::Mat4<double> ViewportWrapper::getProjectionMatrix44() const {
+    return matrixOrIdentity(getProjectionMatrix());
 }
 
 std::shared_ptr<ManipulatorWrapper> ViewportWrapper::getManipulator(const std::string& name) const {

@@ -20,7 +20,6 @@ namespace {
 constexpr const char* kShaderStemBelowRoot =
     "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
 constexpr const char* kComponentName = "BeamwrightLayerVDC";
-constexpr float kTimeZero = 0.0f;
 
 void buildMesh(HandleMesh& mesh, const HandleMeshData& data) {
     mesh.build(data.positions, data.normals, data.indices, /* texCoords = */ {});

@@ -41,9 +41,6 @@ Float3 toFloat3(const Vec3d& v) {
     return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
 }
 
-/// The host's matrix as sixteen doubles; the identity when it has none.
-Mat4d matrixOrIdentity(const double* values) { return values != nullptr ? Mat4d(values) : Mat4d(); }
-
 void setColour(GLShaderProgram& program, const std::array<float, 4>& colour) {
     program.setUniform("color", colour[0], colour[1], colour[2], colour[3]);
 }
@@ -115,8 +112,8 @@ void BeamwrightCOIHandlesLayer::drawHandles(bool picking, std::int32_t x, std::i
 }
 
 void BeamwrightCOIHandlesLayer::setPassUniforms(const ViewportWrapper& viewport, bool picking) {
-    const Mat4d view = matrixOrIdentity(viewport.getViewMatrix());
-    const Mat4d projection = matrixOrIdentity(viewport.getProjectionMatrix());
+    const Mat4d view = viewport.getViewMatrix44();
+    const Mat4d projection = viewport.getProjectionMatrix44();
     const auto width = static_cast<float>(viewport.getWidth());
     const auto height = static_cast<float>(viewport.getHeight());
 
@@ -181,5 +178,5 @@ double BeamwrightCOIHandlesLayer::screenConstantSize(
     const std::shared_ptr<ViewportWrapper>& viewport, const Vec3d& point, double size) const {
     return Tessera::Sorrel::ViewerUtils::screenConstantSize(
         viewport->getWidth(), viewport->getHeight(), viewport->getViewMatrix44(),
-        matrixOrIdentity(viewport->getProjectionMatrix()), point, size);
+        viewport->getProjectionMatrix44(), point, size);
 }

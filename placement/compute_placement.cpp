@@ -12,7 +12,6 @@ using namespace Tessera::Sorrel::ViewerUtils;
 namespace {
 
 constexpr const char* kSnappingLayerName = "SnappingLayer";
-constexpr float kTimeZero = 0.0f;
 constexpr std::int64_t kVectorValues = 3;
 
 /// The snapping strategy that a mode asks for; null where it asks for none.

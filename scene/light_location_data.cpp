@@ -10,7 +10,6 @@ using Tessera::Sorrel::ViewerUtils::Vec3d;
 
 namespace {
 
-constexpr float kTimeZero = 0.0f;
 constexpr std::int32_t kNotHidden = 0;
 constexpr std::int32_t kPickableByDefault = 1;
 constexpr double kNoDistance = 0.0;
