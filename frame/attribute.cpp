@@ -1,5 +1,6 @@
 #include "frame/attribute.h"
 
+#include "frame/host_suite_registry.h"
 #include "frame/sample_accessor.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
@@ -7,8 +8,6 @@ namespace Tessera::Sorrel::ViewerAPI {
 namespace {
 constexpr std::int64_t kFirstValue = 0;
 constexpr std::uint8_t kEmptyGroupFlag = 1;
-constexpr std::uint8_t kBuilderSetFlag = 1;
-constexpr std::uint8_t kBuildMode = 0;
 }  // namespace
 
 Attribute Attribute::share(AttributeHandle handle) {
@@ -58,8 +57,9 @@ IntAttribute IntAttribute::create(std::int32_t value) {
 
 std::int32_t IntAttribute::getValue(std::int32_t fallback) const {
     std::int32_t value = fallback;
-    return attributeHost().getNearestInt(handleAddress(), kTimeZero, kFirstValue, &value) ? value
-                                                                                            : fallback;
+    return attributeHost().getNearestInt(handleAddress(), kTimeZero, kFirstValue, &value)
+               ? value
+               : fallback;
 }
 
 float FloatAttribute::getValue(float fallback) const {
@@ -123,29 +123,8 @@ Attribute GroupAttribute::getChildByIndex(std::int64_t index) const {
 
 Attribute GroupAttribute::getChildByName(std::string_view name) const {
     if (!isValid()) return {};
-    return Attribute::adopt(attributeHost().getChildByName(
-        handle_, name.data(), static_cast<std::int32_t>(name.size())));
-}
-
-GroupBuilder::~GroupBuilder() {
-    if (builder_ != nullptr) hostSuites().groupBuilder->releaseBuilder(builder_);
-}
-
-GroupBuilder& GroupBuilder::set(std::string_view name, const Attribute& value) {
-    const AttributeHostSuite& host = *hostSuites().groupBuilder;
-    if (builder_ == nullptr) builder_ = host.createBuilder();
-    host.builderSet(builder_, name.data(), static_cast<std::int32_t>(name.size()), value.handle(),
-                    kBuilderSetFlag);
-    return *this;
-}
-
-GroupAttribute GroupBuilder::build() {
-    if (builder_ == nullptr) return GroupAttribute::createEmpty();
-    const AttributeHostSuite& host = *hostSuites().groupBuilder;
-    GroupAttribute group(Attribute::adopt(host.builderBuild(builder_, kBuildMode)));
-    host.releaseBuilder(builder_);
-    builder_ = nullptr;
-    return group;
+    return Attribute::adopt(attributeHost().getChildByName(handle_, name.data(),
+                                                           static_cast<std::int32_t>(name.size())));
 }
 
 AttributeHash hashOfText(const char* text) {

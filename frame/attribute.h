@@ -7,8 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/host_api.h"
-#include "frame/host_suites.h"
+#include "frame/abi/boundary_types.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
@@ -131,23 +130,6 @@ public:
     View getChild(std::string_view name) const {
         return View(getChildByName(name));
     }
-};
-
-/// Builds a group child by child; the host's builder is made on the first child.
-class GroupBuilder {
-public:
-    GroupBuilder() = default;
-    GroupBuilder(const GroupBuilder&) = delete;
-    GroupBuilder& operator=(const GroupBuilder&) = delete;
-    ~GroupBuilder();
-
-    /// The builder takes a reference of its own; the caller keeps `value`.
-    GroupBuilder& set(std::string_view name, const Attribute& value);
-    /// The built group, or the empty group when nothing was set.
-    GroupAttribute build();
-
-private:
-    GroupBuilderHandle builder_ = nullptr;
 };
 
 /// Hash of a text as the host hashes a string attribute of it.

@@ -1,9 +1,9 @@
-#include "frame/host_suites.h"
+#include "frame/host_suite_registry.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-HostSuites& hostSuites() {
-    static HostSuites suites;
+HostSuiteRegistry& hostSuiteRegistry() {
+    static HostSuiteRegistry suites;
     return suites;
 }
 
@@ -27,7 +27,7 @@ int fetchInto(PluginHost* host, const char* name, unsigned int version, const Su
 
 int runSetHostChain(PluginHost*& classHost, PluginHost* host) {
     classHost = host;
-    HostSuites& suites = hostSuites();
+    HostSuiteRegistry& suites = hostSuiteRegistry();
 
     if (const int status = fetchHostSuite(host, "PluginManager", 1, &suites.pluginManager))
         return status;

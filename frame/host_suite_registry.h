@@ -1,12 +1,14 @@
 #pragma once
-// The host function tables that the whole plugin shares, fetched by setHost,
-// and the chain of fetches that setHost runs for each plugin-base class.
+// The registry of host tables: the ones the whole plugin shares, fetched by
+// every setHost, and the fetches through which each class reaches its own.
 
-#include "frame/host_api.h"
+#include "frame/abi/attribute_host_suite.h"
+#include "frame/abi/option_id_generator_host_suite.h"
+#include "frame/abi/plugin_host.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-struct HostSuites {
+struct HostSuiteRegistry {
     void* pluginManager = nullptr;  // fetched, never called
     void* logging = nullptr;        // fetched twice, never called
     void* loggingAgain = nullptr;
@@ -17,10 +19,10 @@ struct HostSuites {
 };
 
 /// The process-wide tables; written by every setHost chain.
-HostSuites& hostSuites();
+HostSuiteRegistry& hostSuiteRegistry();
 
 /// The attribute table; a successful setHost is a precondition of every attribute call.
-inline const AttributeHostSuite& attributeHost() { return *hostSuites().attributes; }
+inline const AttributeHostSuite& attributeHost() { return *hostSuiteRegistry().attributes; }
 
 /// Fetches a table: 0 and the table when the host has it, -1 otherwise (also for a null host).
 int fetchHostSuite(PluginHost* host, const char* name, unsigned int version, void** out);

@@ -1,26 +1,17 @@
 #pragma once
-// A manipulator of the viewport and its handles, as the plugin sees them.
+// A manipulator of the viewport as the plugin sees it: its handles.
 
 #include <cstdint>
 #include <memory>
 
-#include "frame/attribute.h"
-#include "frame/object_triple.h"
+#include "frame/object_wrapper.h"
 #include "frame/plugin_kinds.h"
-#include "frame/viewer_host_suites.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-class ManipulatorHandleWrapper
-    : public ObjectWrapper<ManipulatorHandlePluginBase, ManipulatorHandleHostSuite> {
-public:
-    using ObjectWrapper::ObjectWrapper;
+class ManipulatorHandleWrapper;
 
-    /// Hands the option to the handle's own entry table; the value is lent.
-    void setOption(OptionId id, Attribute value) const;
-};
-
-class ManipulatorWrapper : public ObjectWrapper<ManipulatorPluginBase, ManipulatorHostSuite> {
+class ManipulatorWrapper : public ObjectWrapper<ManipulatorPluginBase> {
 public:
     using ObjectWrapper::ObjectWrapper;
 

@@ -1,9 +1,10 @@
 #pragma once
-// The triple the host hands out for each viewer object, and the common
-// construction of the wrappers that stand for such objects.
+// The triple the host hands out for each viewer object, and the two ways of
+// asking the host for one and wrapping it.
 
-#include "frame/host_api.h"
-#include "frame/host_suites.h"
+#include <memory>
+
+#include "frame/abi/plugin_host.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
@@ -19,30 +20,22 @@ struct ObjectTriple {
     }
 };
 
-/// A wrapper over a viewer object of the host. `PluginBase` names the class's
-/// static host pointer and its host table; `HostSuite` types that table.
-/// A wrapper owns nothing of what it stands for.
-template <typename PluginBase, typename HostSuite>
-class ObjectWrapper : public PluginBase {
-public:
-    ObjectWrapper(PluginHost* creatorHost, const ObjectTriple& triple)
-        : hostHandle_(triple.hostHandle),
-          pluginHandle_(triple.pluginHandle),
-          pluginSuite_(triple.pluginSuite) {
-        adoptHostOnce(PluginBase::pluginHost, creatorHost);
-        hostSuite_ = fetchObjectSuite<HostSuite>(PluginBase::pluginHost, PluginBase::kHostSuiteName,
-                                                 PluginBase::kHostSuiteVersion);
-    }
+/// Asks a host function with three outs; the wrapper only when all three are set.
+template <typename Wrapper, typename Lookup, typename... Args>
+std::shared_ptr<Wrapper> lookUp(PluginHost* creatorHost, Lookup lookup, void* hostHandle,
+                                Args... args) {
+    ObjectTriple triple;
+    lookup(hostHandle, args..., &triple.hostHandle, &triple.pluginHandle, &triple.pluginSuite);
+    if (!triple.complete()) return {};
+    return std::make_shared<Wrapper>(creatorHost, triple);
+}
 
-    void* hostHandle() const { return hostHandle_; }
-    void* pluginHandle() const { return pluginHandle_; }
-    const void* pluginSuite() const { return pluginSuite_; }
-
-protected:
-    const HostSuite* hostSuite_ = nullptr;
-    void* hostHandle_;
-    void* pluginHandle_;
-    const void* pluginSuite_;
-};
+/// Asks a host function with three outs and wraps whatever it answered.
+template <typename Wrapper, typename Ask>
+std::shared_ptr<Wrapper> askAndWrap(PluginHost* creatorHost, Ask ask, void* hostHandle) {
+    ObjectTriple triple;
+    ask(hostHandle, &triple.hostHandle, &triple.pluginHandle, &triple.pluginSuite);
+    return std::make_shared<Wrapper>(creatorHost, triple);
+}
 
 }  // namespace Tessera::Sorrel::ViewerAPI

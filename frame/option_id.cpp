@@ -1,6 +1,6 @@
 #include "frame/option_id.h"
 
-#include "frame/host_suites.h"
+#include "frame/host_suite_registry.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
@@ -10,7 +10,7 @@ namespace {
 void* cachedGenerator = nullptr;
 
 const OptionIdGeneratorHostSuite* generatorSuite() {
-    HostSuites& suites = hostSuites();
+    HostSuiteRegistry& suites = hostSuiteRegistry();
     if (suites.optionIdGenerator == nullptr && suites.optionIdGeneratorHost != nullptr) {
         void* suite = nullptr;
         fetchHostSuite(suites.optionIdGeneratorHost, "OptionIdGeneratorHost", 1, &suite);

@@ -6,7 +6,7 @@
 //     static const OptionId kEnabled = getOptionId("Enabled");
 // so that the path of an event compares numbers, not text.
 
-#include "frame/host_api.h"
+#include "frame/abi/boundary_types.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 

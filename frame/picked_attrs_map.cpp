@@ -3,6 +3,8 @@
 #include <sstream>
 #include <string>
 
+#include "frame/group_builder.h"
+
 namespace Tessera::Sorrel::ViewerAPI {
 
 void PickedAttrsMap::fill(GroupAttribute&& group) {

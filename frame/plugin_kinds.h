@@ -1,58 +1,73 @@
 #pragma once
 // The catalogue of viewer object kinds: each kind's name and version, and the
-// host table (name, version) that its classes ask for. The two versions of a
-// kind are independent of each other.
+// host table (name, version, layout) that its classes ask for. The two
+// versions of a kind are independent of each other.
 
 #include <cstdint>
 
-#include "frame/host_api.h"
+#include "frame/abi/manipulator_host_suites.h"
+#include "frame/abi/viewer_delegate_component_host_suite.h"
+#include "frame/abi/viewer_delegate_host_suite.h"
+#include "frame/abi/viewport_camera_host_suite.h"
+#include "frame/abi/viewport_host_suite.h"
+#include "frame/abi/viewport_layer_host_suite.h"
+#include "frame/plugin_base_of.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// The base of a kind's classes: one static host pointer for the whole kind.
-template <typename Kind>
-class PluginBaseOf {
-public:
-    static constexpr const char* apiName = Kind::apiName;
-    static constexpr std::uint32_t apiVersion = Kind::apiVersion;
-    static constexpr const char* kHostSuiteName = Kind::hostSuiteName;
-    static constexpr unsigned int kHostSuiteVersion = Kind::hostSuiteVersion;
+// ---- the kinds this plugin implements ----
 
-    /// Null until the kind's first wrapper (or setHost) sets it.
-    inline static PluginHost* pluginHost = nullptr;
-
-    virtual ~PluginBaseOf() = default;
+struct ViewportLayerKind {
+    static constexpr const char* apiName = "ViewportLayerPlugin";
+    static constexpr std::uint32_t apiVersion = 2;
+    static constexpr const char* hostSuiteName = "ViewportLayerHost";
+    static constexpr unsigned int hostSuiteVersion = 2;
+    using HostSuite = ViewportLayerHostSuite;
 };
+struct ViewerDelegateComponentKind {
+    static constexpr const char* apiName = "ViewerDelegateComponentPlugin";
+    static constexpr std::uint32_t apiVersion = 2;
+    static constexpr const char* hostSuiteName = "ViewerDelegateComponentHost";
+    static constexpr unsigned int hostSuiteVersion = 2;
+    using HostSuite = ViewerDelegateComponentHostSuite;
+};
+
+// ---- the kinds this plugin only wraps ----
 
 struct ViewerDelegateKind {
     static constexpr const char* apiName = "ViewerDelegatePlugin";
     static constexpr std::uint32_t apiVersion = 3;
     static constexpr const char* hostSuiteName = "ViewerDelegateHost";
     static constexpr unsigned int hostSuiteVersion = 4;
+    using HostSuite = ViewerDelegateHostSuite;
 };
 struct ViewportCameraKind {
     static constexpr const char* apiName = "ViewportCameraPlugin";
     static constexpr std::uint32_t apiVersion = 2;
     static constexpr const char* hostSuiteName = "ViewportCameraHost";
     static constexpr unsigned int hostSuiteVersion = 2;
+    using HostSuite = ViewportCameraHostSuite;
 };
 struct ViewportKind {
     static constexpr const char* apiName = "ViewportPlugin";
     static constexpr std::uint32_t apiVersion = 2;
     static constexpr const char* hostSuiteName = "ViewportHost";
     static constexpr unsigned int hostSuiteVersion = 3;
+    using HostSuite = ViewportHostSuite;
 };
 struct ManipulatorKind {
     static constexpr const char* apiName = "ManipulatorPlugin";
     static constexpr std::uint32_t apiVersion = 2;
     static constexpr const char* hostSuiteName = "ManipulatorHost";
     static constexpr unsigned int hostSuiteVersion = 2;
+    using HostSuite = ManipulatorHostSuite;
 };
 struct ManipulatorHandleKind {
     static constexpr const char* apiName = "ManipulatorHandlePlugin";
     static constexpr std::uint32_t apiVersion = 1;
     static constexpr const char* hostSuiteName = "ManipulatorHandleHost";
     static constexpr unsigned int hostSuiteVersion = 1;
+    using HostSuite = ManipulatorHandleHostSuite;
 };
 
 class ViewerDelegatePluginBase : public PluginBaseOf<ViewerDelegateKind> {};

@@ -1,5 +1,5 @@
 #pragma once
-// What a wrapper of another plugin's object keeps of it: its plugin handle and
+// What a wrapper keeps of the object it stands for: its plugin handle and
 // entry table, neither owned.
 
 #include "frame/object_triple.h"

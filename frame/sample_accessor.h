@@ -1,34 +1,16 @@
 #pragma once
 // Reads the sample nearest a time from a multi-sample attribute through the
-// host's sample block, a record laid out by the host and read here directly.
+// host's sample block.
 
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
+#include "frame/abi/sample_block.h"
 #include "frame/attribute.h"
+#include "frame/host_suite_registry.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
-
-/// The host's block of samples; part of the binary interface.
-struct SampleBlock {
-    std::uint32_t reserved0;
-    std::uint8_t flags;
-    std::uint8_t reserved5[3];
-    std::int64_t sampleCount;
-    std::int64_t valuesPerSample;
-    const float* sampleTimes;
-    const void* sampleData;
-
-    static constexpr std::uint8_t kMustRelease = 1u << 0;
-    static constexpr std::uint8_t kContiguous = 1u << 4;
-};
-static_assert(offsetof(SampleBlock, flags) == 4);
-static_assert(offsetof(SampleBlock, sampleCount) == 8);
-static_assert(offsetof(SampleBlock, valuesPerSample) == 16);
-static_assert(offsetof(SampleBlock, sampleTimes) == 24);
-static_assert(offsetof(SampleBlock, sampleData) == 32);
 
 template <typename T>
 struct SampleTraits;
@@ -65,14 +47,17 @@ template <typename T>
 class SampleAccessor {
 public:
     /// Float and double forms share the caller's reference.
-    SampleAccessor(const Attribute& attribute, float time) : SampleAccessor(Attribute(attribute), time) {}
+    SampleAccessor(const Attribute& attribute, float time)
+        : SampleAccessor(Attribute(attribute), time) {}
     /// The text form moves the caller's reference in.
     SampleAccessor(Attribute&& attribute, float time) : attribute_(std::move(attribute)) {
         const AttributeHandle handle = attribute_.handle();
-        block_ = attributeHost().getSampleBlock(handle, SampleTraits<T>::kTypeCode, 1, inlineBuffer_);
+        block_ =
+            attributeHost().getSampleBlock(handle, SampleTraits<T>::kTypeCode, 1, inlineBuffer_);
         if (block_ == nullptr || block_->sampleCount == 0) return;
 
-        const std::int64_t index = nearestSampleIndex(block_->sampleTimes, block_->sampleCount, time);
+        const std::int64_t index =
+            nearestSampleIndex(block_->sampleTimes, block_->sampleCount, time);
         if (block_->flags & SampleBlock::kContiguous) {
             values_ = static_cast<const T*>(block_->sampleData) + index * block_->valuesPerSample;
         } else {

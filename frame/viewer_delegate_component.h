@@ -8,6 +8,7 @@
 #include "frame/attribute.h"
 #include "frame/location_event.h"
 #include "frame/plugin_object_handle.h"
+#include "frame/usd_location_event.h"
 #include "frame/viewer_delegate_component_plugin_base.h"
 
 namespace Tessera::Sorrel::ViewerAPI {

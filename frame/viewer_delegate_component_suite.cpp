@@ -1,32 +1,13 @@
-#include "frame/viewer_delegate_component.h"
-
-#include "frame/host_suites.h"
 #include "frame/viewer_delegate_component_suite.h"
 
+#include <string>
+#include <vector>
+
+#include "frame/attribute.h"
+#include "frame/plugin_object_handle.h"
+#include "frame/viewer_delegate_component.h"
+
 namespace Tessera::Sorrel::ViewerAPI {
-
-PluginHost* ViewerDelegateComponentPluginBase::pluginHost = nullptr;
-
-int ViewerDelegateComponentPluginBase::setHost(PluginHost* host) {
-    return runSetHostChain(pluginHost, host);
-}
-
-ViewerDelegateComponentPluginBase::~ViewerDelegateComponentPluginBase() = default;
-
-void ViewerDelegateComponentPluginBase::bind(void* hostHandle) {
-    hostHandle_ = hostHandle;
-    hostSuite_ = fetchObjectSuite<ViewerDelegateComponentHostSuite>(pluginHost, kHostSuiteName,
-                                                                     kHostSuiteVersion);
-}
-
-bool ViewerDelegateComponent::usdLocationEvent(const UsdLocationEvent&, bool) { return false; }
-void ViewerDelegateComponent::usdLocationsSelected(const std::vector<std::string>&) {}
-bool ViewerDelegateComponent::queryFlag() { return false; }
-void* ViewerDelegateComponent::reservedQuery() { return nullptr; }
-void ViewerDelegateComponent::setOption(OptionId, Attribute) {}
-Attribute ViewerDelegateComponent::getOption(OptionId) { return {}; }
-Attribute ViewerDelegateComponent::attributeQueryA(const std::string&) { return {}; }
-Attribute ViewerDelegateComponent::attributeQueryB(const std::string&) { return {}; }
 
 namespace {
 
@@ -49,8 +30,7 @@ std::uint8_t locationEventEntry(PluginObjectHandle* handle, const RawLocationEve
 
 std::uint8_t usdLocationEventEntry(PluginObjectHandle* handle, const RawUsdLocationEvent* raw,
                                    std::uint8_t flag) {
-    return componentOf(handle).usdLocationEvent(UsdLocationEvent::fromRaw(*raw), flag != 0) ? 1
-                                                                                             : 0;
+    return componentOf(handle).usdLocationEvent(UsdLocationEvent::fromRaw(*raw), flag != 0) ? 1 : 0;
 }
 
 void locationsSelectedEntry(PluginObjectHandle* handle, const char* const* paths,

@@ -1,20 +1,20 @@
 #pragma once
 // The viewer delegate as the plugin sees it: location data, commands, components.
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
 #include "frame/attribute.h"
-#include "frame/object_triple.h"
+#include "frame/object_wrapper.h"
 #include "frame/plugin_kinds.h"
-#include "frame/viewer_host_suites.h"
 #include "lqm/mat4.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
 class ViewerDelegateComponentWrapper;
 
-class ViewerDelegateWrapper : public ObjectWrapper<ViewerDelegatePluginBase, ViewerDelegateHostSuite> {
+class ViewerDelegateWrapper : public ObjectWrapper<ViewerDelegatePluginBase> {
 public:
     using ObjectWrapper::ObjectWrapper;
 

@@ -1,17 +1,17 @@
 #pragma once
 // A viewport's camera as the plugin sees it.
 
-#include "frame/object_triple.h"
+#include <memory>
+
+#include "frame/object_wrapper.h"
 #include "frame/plugin_kinds.h"
-#include "frame/viewer_host_suites.h"
 #include "support/vector_matrix.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
 using ViewerUtils::Vec3d;
 
-class ViewportCameraWrapper
-    : public ObjectWrapper<ViewportCameraPluginBase, ViewportCameraHostSuite> {
+class ViewportCameraWrapper : public ObjectWrapper<ViewportCameraPluginBase> {
 public:
     /// Throws std::runtime_error when the host lacks the camera table.
     ViewportCameraWrapper(PluginHost* creatorHost, const ObjectTriple& triple);

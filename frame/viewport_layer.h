@@ -28,8 +28,8 @@ public:
     virtual void* reservedQuery();
     virtual void setOption(OptionId id, Attribute value);
     virtual Attribute getOption(OptionId id);
-    virtual void pickerDraw(std::int32_t x, std::int32_t y, std::int32_t width,
-                            std::int32_t height, const PickedAttrsMap& excluded);
+    virtual void pickerDraw(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
+                            const PickedAttrsMap& excluded);
     virtual bool pick(std::int32_t x, std::int32_t y, std::int32_t width, std::int32_t height,
                       bool flag, PickedAttrsMap& picked, float* depth);
 

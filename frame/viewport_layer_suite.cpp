@@ -1,46 +1,11 @@
-#include "frame/viewport_layer.h"
-
-#include "frame/host_suites.h"
-#include "frame/plugin_object_handle.h"
 #include "frame/viewport_layer_suite.h"
 
+#include "frame/attribute.h"
+#include "frame/picked_attrs_map.h"
+#include "frame/plugin_object_handle.h"
+#include "frame/viewport_layer.h"
+
 namespace Tessera::Sorrel::ViewerAPI {
-
-PluginHost* ViewportLayerPluginBase::pluginHost = nullptr;
-
-int ViewportLayerPluginBase::setHost(PluginHost* host) { return runSetHostChain(pluginHost, host); }
-
-ViewportLayerPluginBase::~ViewportLayerPluginBase() = default;
-
-void ViewportLayerPluginBase::bind(void* hostHandle) {
-    hostHandle_ = hostHandle;
-    hostSuite_ =
-        fetchObjectSuite<ViewportLayerHostSuite>(pluginHost, kHostSuiteName, kHostSuiteVersion);
-}
-
-std::uint64_t ViewportLayerPluginBase::addPickedAttr(const Attribute& attribute) const {
-    return hostSuite_->addPickedAttr(hostHandle_, attribute.handle());
-}
-
-bool ViewportLayerPluginBase::pick(std::int32_t x, std::int32_t y, std::int32_t width,
-                                   std::int32_t height, bool flag, PickedAttrsMap& picked,
-                                   float* depth) const {
-    picked.fill(GroupAttribute(
-        Attribute::adopt(hostSuite_->pick(hostHandle_, x, y, width, height, flag ? 1 : 0, depth))));
-    return true;
-}
-
-bool ViewportLayer::event(const GroupAttribute&) { return false; }
-void ViewportLayer::stateChanged(bool, void*) {}
-void* ViewportLayer::reservedQuery() { return nullptr; }
-void ViewportLayer::setOption(OptionId, Attribute) {}
-Attribute ViewportLayer::getOption(OptionId) { return {}; }
-void ViewportLayer::pickerDraw(std::int32_t, std::int32_t, std::int32_t, std::int32_t,
-                               const PickedAttrsMap&) {}
-bool ViewportLayer::pick(std::int32_t, std::int32_t, std::int32_t, std::int32_t, bool,
-                         PickedAttrsMap&, float*) {
-    return false;
-}
 
 namespace {
 
@@ -78,8 +43,8 @@ AttributeHandle getOptionEntry(PluginObjectHandle* handle, OptionId id) {
     return layerOf(handle).getOption(id).release();
 }
 
-void pickerDrawEntry(PluginObjectHandle* handle, std::int32_t x, std::int32_t y,
-                     std::int32_t width, std::int32_t height, AttributeHandle borrowed) {
+void pickerDrawEntry(PluginObjectHandle* handle, std::int32_t x, std::int32_t y, std::int32_t width,
+                     std::int32_t height, AttributeHandle borrowed) {
     PickedAttrsMap excluded;
     excluded.fill(GroupAttribute(Attribute::share(borrowed)));
     layerOf(handle).pickerDraw(x, y, width, height, excluded);
@@ -102,10 +67,21 @@ std::int32_t pickEntry(PluginObjectHandle* handle, std::int32_t x, std::int32_t 
 
 ViewportLayerPluginSuite buildViewportLayerSuite(PluginObjectHandle* (*create)(void*)) {
     return ViewportLayerPluginSuite{
-        create,           &destroyPluginObject, &setupEntry,       &cleanupEntry,
-        &eventEntry,      &drawEntry,           &resizeEntry,      &stateChangedEntry,
-        &hostSignalAEntry, &hostSignalBEntry,   &setOptionEntry,   &getOptionEntry,
-        &pickerDrawEntry, &getLayerFlagEntry,   &pickEntry,
+        create,
+        &destroyPluginObject,
+        &setupEntry,
+        &cleanupEntry,
+        &eventEntry,
+        &drawEntry,
+        &resizeEntry,
+        &stateChangedEntry,
+        &hostSignalAEntry,
+        &hostSignalBEntry,
+        &setOptionEntry,
+        &getOptionEntry,
+        &pickerDrawEntry,
+        &getLayerFlagEntry,
+        &pickEntry,
     };
 }
 

@@ -5,15 +5,14 @@
 #include <string>
 
 #include "frame/attribute.h"
-#include "frame/object_triple.h"
-#include "frame/plugin_object_ref.h"
+#include "frame/object_wrapper.h"
 #include "frame/viewport_layer_plugin_base.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-class ViewportLayerWrapper : public ViewportLayerPluginBase, public PluginObjectRef {
+class ViewportLayerWrapper : public ObjectWrapper<ViewportLayerPluginBase> {
 public:
-    ViewportLayerWrapper(PluginHost* creatorHost, const ObjectTriple& triple);
+    using ObjectWrapper::ObjectWrapper;
 
     Attribute getOption(OptionId id) const;
     /// Turns the text into an identifier on each call.

@@ -6,9 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "frame/object_triple.h"
+#include "frame/object_wrapper.h"
 #include "frame/plugin_kinds.h"
-#include "frame/viewer_host_suites.h"
 #include "lqm/mat4.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
@@ -18,7 +17,7 @@ class ViewportCameraWrapper;
 class ViewportLayerWrapper;
 class ManipulatorWrapper;
 
-class ViewportWrapper : public ObjectWrapper<ViewportPluginBase, ViewportHostSuite> {
+class ViewportWrapper : public ObjectWrapper<ViewportPluginBase> {
 public:
     using ObjectWrapper::ObjectWrapper;
 

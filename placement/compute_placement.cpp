@@ -1,6 +1,7 @@
 // BeamwrightLayer::computePlacement: one prepared pick on "SnappingLayer",
 // read back at once, then the formula of the current mode.
 
+#include "frame/group_builder.h"
 #include "frame/sample_accessor.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"

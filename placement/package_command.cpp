@@ -3,6 +3,7 @@
 // class name that starts with the clone marker takes its two distances from
 // the package of the current selection.
 
+#include "frame/group_builder.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
 #include "placement/placement_math.h"

@@ -3,6 +3,7 @@
 // No state is kept between events: a drag is a run of moves with the left
 // button held.
 
+#include "frame/group_builder.h"
 #include "frame/option_id.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"

@@ -1,10 +1,14 @@
-// The plugin table, the three entry tables and the two exported functions.
+// The library's three rows, their entry tables and getPlugins: the one place
+// that knows every product class.
 
+#include <cstdint>
 #include <vector>
 
-#include "frame/plugin_object_handle.h"
-#include "frame/plugin_row.h"
+#include "frame/abi/plugin_row.h"
+#include "frame/plugin_registry.h"
+#include "frame/viewer_delegate_component.h"
 #include "frame/viewer_delegate_component_suite.h"
+#include "frame/viewport_layer.h"
 #include "frame/viewport_layer_suite.h"
 #include "handles/handles_layer.h"
 #include "placement/placement_layer.h"
@@ -14,6 +18,9 @@ using namespace Tessera::Sorrel::ViewerAPI;
 
 namespace {
 
+constexpr std::uint32_t kPluginVersionMajor = 0;
+constexpr std::uint32_t kPluginVersionMinor = 1;
+
 // Built by static initialisers when the library loads, in this order.
 const ViewportLayerPluginSuite handlesLayerSuite =
     buildViewportLayerSuite(&ViewportLayer::create<BeamwrightCOIHandlesLayer>);
@@ -21,11 +28,6 @@ const ViewportLayerPluginSuite placementLayerSuite =
     buildViewportLayerSuite(&ViewportLayer::create<BeamwrightLayer>);
 const ViewerDelegateComponentPluginSuite lightComponentSuite =
     buildViewerDelegateComponentSuite(&ViewerDelegateComponent::create<BeamwrightLayerVDC>);
-
-std::vector<PluginRow>& rowTable() {
-    static std::vector<PluginRow> rows;
-    return rows;
-}
 
 void flushPlugin() {}
 
@@ -48,22 +50,17 @@ void registerRow(PluginRow& source, const char* name, const void* (*getSuite)())
 
 }  // namespace
 
-namespace Tessera::Sorrel::ViewerAPI {
-void destroyPluginObject(PluginObjectHandle* handle) { delete handle; }
-}  // namespace Tessera::Sorrel::ViewerAPI
-
 extern "C" const PluginRow* getPlugins(unsigned int* outCount) {
     // The source rows are rewritten on every call; the host's last rows stay valid.
     static PluginRow handlesRow, placementRow, componentRow;
-    rowTable().clear();
+    pluginRows().clear();
     registerRow<ViewportLayerPluginBase>(handlesRow, "BeamwrightCOIHandlesLayer",
                                          &handlesLayerSuiteEntry);
-    registerRow<ViewportLayerPluginBase>(placementRow, "BeamwrightLayer", &placementLayerSuiteEntry);
+    registerRow<ViewportLayerPluginBase>(placementRow, "BeamwrightLayer",
+                                         &placementLayerSuiteEntry);
     registerRow<ViewerDelegateComponentPluginBase>(componentRow, "BeamwrightLayerVDC",
                                                    &lightComponentSuiteEntry);
-    const std::vector<PluginRow>& rows = rowTable();
+    const std::vector<PluginRow>& rows = pluginRows();
     *outCount = static_cast<unsigned int>(rows.size());
     return rows.empty() ? nullptr : rows.data();
 }
-
-extern "C" void registerPlugin(const PluginRow* row) { rowTable().push_back(*row); }

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "frame/group_builder.h"
 #include "frame/sample_accessor.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;

@@ -1,38 +1,22 @@
 #pragma once
-// The flat boundary with the host: opaque handles, the PluginHost record and
-// the host's function tables as typed records laid out position by position.
+// The host's attribute table: values, groups, builders and sample blocks.
 
 #include <cstddef>
 #include <cstdint>
+
+#include "frame/abi/boundary_types.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
 struct AttributeHash;
 struct SampleBlock;
 
-/// An attribute value owned by the host; null means "no attribute".
-using AttributeHandle = void*;
-using GroupBuilderHandle = void*;
-using OptionId = std::uint64_t;
-
-/// What the host hands to setHost: its first field answers a table by name and version.
-struct PluginHost {
-    void* (*getHostSuite)(const char* suiteName, unsigned int version);
-};
-
-/// Status codes at the boundary.
-constexpr int kStatusOk = 0;
-constexpr int kStatusFailed = -1;
-
-/// Filler for host table positions the plugin never calls.
-using ReservedSlot = void*;
-
 /// "AttributeHost" version 5: only the positions the plugin calls are typed.
 struct AttributeHostSuite {
     ReservedSlot reserved0to1[2];
-    int (*getType)(AttributeHandle);                                          // 2
-    void (*retainAttr)(AttributeHandle);                                      // 3
-    void (*releaseAttr)(AttributeHandle);                                     // 4
+    int (*getType)(AttributeHandle);       // 2
+    void (*retainAttr)(AttributeHandle);   // 3
+    void (*releaseAttr)(AttributeHandle);  // 4
     ReservedSlot reserved5;
     AttributeHash* (*getHash)(AttributeHash*, AttributeHandle);  // 6
     ReservedSlot reserved7to14[8];
@@ -44,10 +28,10 @@ struct AttributeHostSuite {
     ReservedSlot reserved31to33[3];
     AttributeHandle (*createGroup)(const char* const* names, const AttributeHandle* children,
                                    std::int64_t count, std::uint8_t flag);  // 34
-    std::int64_t (*getNumberOfChildren)(AttributeHandle);                  // 35
+    std::int64_t (*getNumberOfChildren)(AttributeHandle);                   // 35
     const char* (*getChildNameByIndex)(AttributeHandle, std::int64_t index,
-                                       std::int32_t* length);                      // 36
-    AttributeHandle (*getChildByIndex)(AttributeHandle, std::int64_t index);       // 37
+                                       std::int32_t* length);                 // 36
+    AttributeHandle (*getChildByIndex)(AttributeHandle, std::int64_t index);  // 37
     AttributeHandle (*getChildByName)(AttributeHandle, const char* name,
                                       std::int32_t length);  // 38
     ReservedSlot reserved39;
@@ -68,7 +52,7 @@ struct AttributeHostSuite {
                              const char** out);  // 57
     ReservedSlot reserved58to60[3];
     const SampleBlock* (*getSampleBlock)(AttributeHandle, int typeCode, std::uint8_t flag,
-                                                void* inlineBuffer);  // 61
+                                         void* inlineBuffer);  // 61
     ReservedSlot reserved62;
     void (*releaseSampleBlock)(const SampleBlock*);  // 63
     ReservedSlot reserved64to65[2];
@@ -77,20 +61,17 @@ struct AttributeHostSuite {
                                            std::int64_t tupleSize, void* reservedA,
                                            void* reservedB);  // 66
 };
-
-/// "OptionIdGeneratorHost" version 1.
-struct OptionIdGeneratorHostSuite {
-    void* (*getGenerator)();                               // 0
-    OptionId (*generateId)(void* generator, const char*);  // 1
-};
-
-
 static_assert(offsetof(AttributeHostSuite, getType) == 2 * sizeof(void*));
+static_assert(offsetof(AttributeHostSuite, retainAttr) == 3 * sizeof(void*));
+static_assert(offsetof(AttributeHostSuite, releaseAttr) == 4 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, getHash) == 6 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, createInt) == 15 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, createDouble) == 25 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, createString) == 30 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, createGroup) == 34 * sizeof(void*));
+static_assert(offsetof(AttributeHostSuite, getNumberOfChildren) == 35 * sizeof(void*));
+static_assert(offsetof(AttributeHostSuite, getChildNameByIndex) == 36 * sizeof(void*));
+static_assert(offsetof(AttributeHostSuite, getChildByIndex) == 37 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, getChildByName) == 38 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, createBuilder) == 40 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, releaseBuilder) == 42 * sizeof(void*));
@@ -102,5 +83,6 @@ static_assert(offsetof(AttributeHostSuite, getNearestString) == 57 * sizeof(void
 static_assert(offsetof(AttributeHostSuite, getSampleBlock) == 61 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, releaseSampleBlock) == 63 * sizeof(void*));
 static_assert(offsetof(AttributeHostSuite, createDoubleSamples) == 66 * sizeof(void*));
+static_assert(sizeof(AttributeHostSuite) == 67 * sizeof(void*));
 
 }  // namespace Tessera::Sorrel::ViewerAPI

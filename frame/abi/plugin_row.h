@@ -1,14 +1,14 @@
 #pragma once
-// The plugin table: the rows that getPlugins hands to the host.
+// The plugin table: its row, a binary record shared with the host, and the two
+// functions the library exports to hand the rows over.
 
 #include <cstddef>
 #include <cstdint>
 
-#include "frame/host_api.h"
+#include "frame/abi/plugin_host.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// One row of the plugin table, a binary record shared with the host.
 struct PluginRow {
     const char* name;
     const char* apiName;
@@ -28,9 +28,6 @@ static_assert(offsetof(PluginRow, pluginVersionMinor) == 24);
 static_assert(offsetof(PluginRow, setHost) == 32);
 static_assert(offsetof(PluginRow, getSuite) == 40);
 static_assert(offsetof(PluginRow, flush) == 48);
-
-constexpr std::uint32_t kPluginVersionMajor = 0;
-constexpr std::uint32_t kPluginVersionMinor = 1;
 
 }  // namespace Tessera::Sorrel::ViewerAPI
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "frame/group_builder.h"
 #include "frame/picked_attrs_map.h"
 #include "frame/sample_accessor.h"
 #include "host/plugin_host.h"

@@ -1,0 +1,15 @@
+#include "frame/viewer_delegate_component_plugin_base.h"
+
+#include "frame/object_triple.h"
+#include "frame/viewer_delegate_wrapper.h"
+
+namespace Tessera::Sorrel::ViewerAPI {
+
+std::shared_ptr<ViewerDelegateWrapper> ViewerDelegateComponentPluginBase::getViewerDelegate() {
+    if (!viewerDelegate_)
+        viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
+            pluginHost, hostSuite_->getViewerDelegate, hostHandle_);
+    return viewerDelegate_;
+}
+
+}  // namespace Tessera::Sorrel::ViewerAPI
