@@ -18,8 +18,9 @@ using namespace Tessera::Sorrel::ViewerAPI;
 
 namespace {
 
-constexpr std::uint32_t kPluginVersionMajor = 0;
-constexpr std::uint32_t kPluginVersionMinor = 1;
+// The project's version, as the build gives it.
+constexpr std::uint32_t kPluginVersionMajor = BEAMWRIGHT_VERSION_MAJOR;
+constexpr std::uint32_t kPluginVersionMinor = BEAMWRIGHT_VERSION_MINOR;
 
 // Built by static initialisers when the library loads, in this order.
 const ViewportLayerPluginSuite handlesLayerSuite =
