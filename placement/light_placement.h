@@ -2,7 +2,6 @@
 // Where a light should stand, where it should point, and how firmly: the
 // result of one pick under the cursor.
 
-#include "placement/placement_mode.h"
 #include "support/vector_matrix.h"
 
 namespace Tessera::Sorrel::ViewerUtils {
@@ -24,10 +23,5 @@ struct LightPlacement {
     /// The light keeps its orientation.
     bool orientationFixed = false;
 };
-
-/// Modes 7 to 11 put the light on the snapped point itself.
-inline bool placesOnSnappedPoint(PlacementMode mode) {
-    return mode >= PlacementMode::ModeFaceCenter && mode <= PlacementMode::ModeObjectCenter;
-}
 
 }  // namespace Tessera::Sorrel::ViewerUtils

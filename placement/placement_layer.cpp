@@ -5,6 +5,8 @@
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::placementModeFromLabel;
+using Tessera::Sorrel::ViewerUtils::placementModeTraits;
+using Tessera::Sorrel::ViewerUtils::PlacementModeTraits;
 
 namespace {
 
@@ -65,11 +67,11 @@ Attribute BeamwrightLayer::getOption(OptionId id) {
     static const OptionId kHandleAtOrigin = getOptionId("HandleAtOrigin");
     static const OptionId kShadowHandles = getOptionId("ShadowHandles");
 
+    const PlacementModeTraits& traits = placementModeTraits(mode);
     const auto flag = [](bool value) { return IntAttribute::create(value ? 1 : 0); };
-    if (id == kPositionLocked) return flag(mode == PlacementMode::ModeEditLightMaterials);
-    if (id == kFixedRotation) return flag(mode == PlacementMode::ModeFixedRotation);
-    if (id == kHandleAtOrigin)
-        return flag(Tessera::Sorrel::ViewerUtils::placesOnSnappedPoint(mode));
-    if (id == kShadowHandles) return flag(mode == PlacementMode::ModeShadow);
+    if (id == kPositionLocked) return flag(traits.positionLocked);
+    if (id == kFixedRotation) return flag(traits.fixedRotation);
+    if (id == kHandleAtOrigin) return flag(traits.placesOnSnappedPoint());
+    if (id == kShadowHandles) return flag(traits.shadowHandles);
     return ViewportLayer::getOption(id);
 }

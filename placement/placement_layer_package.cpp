@@ -37,7 +37,8 @@ bool BeamwrightLayer::runPackageCommand(const Attribute& x, const Attribute& y,
             StringAttribute(delegate.callMethod("FindPackageLocationPathForCurrentSelection", {}))
                 .getValue();
         const GroupAttribute package = delegate.getLocationAttributes(path, 0);
-        distance = package.getChild<DoubleAttribute>("geometry.centerOfInterest").getValue(distance);
+        distance =
+            package.getChild<DoubleAttribute>("geometry.centerOfInterest").getValue(distance);
         shadowFall =
             package.getChild<DoubleAttribute>("geometry.shadowFallDistance").getValue(shadowFall);
     }

@@ -15,18 +15,6 @@ namespace {
 constexpr const char* kSnappingLayerName = "SnappingLayer";
 constexpr std::int64_t kVectorValues = 3;
 
-/// The snapping strategy that a mode asks for; null where it asks for none.
-const char* strategyFor(PlacementMode mode) {
-    switch (mode) {
-        case PlacementMode::ModeFaceCenter: return "Face";
-        case PlacementMode::ModeFaceCenterOriented: return "FaceNormal";
-        case PlacementMode::ModeObjectSurface: return "Surface";
-        case PlacementMode::ModeObjectSurfaceOriented: return "SurfaceNormal";
-        case PlacementMode::ModeObjectCenter: return "ObjectCentre";
-        default: return nullptr;
-    }
-}
-
 /// A float child of exactly three values, widened to doubles.
 std::optional<Vec3d> readVector(const GroupAttribute& reply, const char* name) {
     const FloatAttribute values = reply.getChild<FloatAttribute>(name);
@@ -40,14 +28,15 @@ std::optional<Vec3d> readVector(const GroupAttribute& reply, const char* name) {
 
 LightPlacement BeamwrightLayer::computePlacement(const Attribute& x, const Attribute& y,
                                                  double distance, double shadowFallDistance) {
+    const PlacementModeTraits& traits = placementModeTraits(mode);
     const std::shared_ptr<ViewportWrapper> viewport = getViewport();
     const auto snapping = viewport->getLayer(kSnappingLayerName);
     if (!snapping) return {};
 
     GroupBuilder request;
     request.set("x", x).set("y", y);
-    if (const char* strategy = strategyFor(mode))
-        request.set("StrategyType", StringAttribute::create(strategy));
+    if (traits.snappingStrategy != nullptr)
+        request.set("StrategyType", StringAttribute::create(traits.snappingStrategy));
     snapping->setOption("SnappingLayer.PreparePickOnDemand", request.build());
 
     const GroupAttribute reply(snapping->getOption("SnappingLayer.PickOnDemand"));
@@ -57,7 +46,7 @@ LightPlacement BeamwrightLayer::computePlacement(const Attribute& x, const Attri
     if (!point || !normal) return {};
 
     const Vec3d unitNormal = normalizedOrZero(*normal);
-    const Vec3d eye = placementUsesEye(mode) ? viewport->getActiveCamera()->getOrigin() : Vec3d{};
+    const Vec3d eye = traits.usesEye() ? viewport->getActiveCamera()->getOrigin() : Vec3d{};
     const std::optional<LightPose> pose = placeLight(mode, *point, unitNormal, eye, distance);
     if (!pose) return {};
 
@@ -67,9 +56,7 @@ LightPlacement BeamwrightLayer::computePlacement(const Attribute& x, const Attri
     placement.direction = pose->direction;
     placement.distance = distance;
     placement.shadowFallDistance = shadowFallDistance;
-    placement.strictPosition = placesOnSnappedPoint(mode);
-    placement.orientationFixed = mode == PlacementMode::ModeFaceCenter ||
-                                 mode == PlacementMode::ModeObjectSurface ||
-                                 mode == PlacementMode::ModeObjectCenter;
+    placement.strictPosition = traits.placesOnSnappedPoint();
+    placement.orientationFixed = traits.orientationFixed;
     return placement;
 }

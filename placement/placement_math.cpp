@@ -133,29 +133,18 @@ LightPose aimBySpecular(const Vec3d& point, const Vec3d& normal, const Vec3d& ey
 
 LightPose standOnPoint(const Vec3d& point, const Vec3d& normal) { return {point, normal}; }
 
-bool placementUsesEye(const PlacementMode mode) {
-    return mode == PlacementMode::ModeSpecular || mode == PlacementMode::ModeReflection;
-}
-
 std::optional<LightPose> placeLight(const PlacementMode mode, const Vec3d& point,
                                     const Vec3d& normal, const Vec3d& eye, const double distance) {
-    switch (mode) {
-        case PlacementMode::ModeFixedRotation:
-        case PlacementMode::ModeNormal:
-        case PlacementMode::ModeShadow:
+    switch (placementModeTraits(mode).formula) {
+        case PlacementFormula::AimAlongNormal:
             return aimAlongNormal(point, normal, distance);
-        case PlacementMode::ModeReflection:
+        case PlacementFormula::AimByReflection:
             return aimByReflection(point, normal, eye, distance);
-        case PlacementMode::ModeSpecular:
+        case PlacementFormula::AimBySpecular:
             return aimBySpecular(point, normal, eye, distance);
-        case PlacementMode::ModeFaceCenter:
-        case PlacementMode::ModeFaceCenterOriented:
-        case PlacementMode::ModeObjectSurface:
-        case PlacementMode::ModeObjectSurfaceOriented:
-        case PlacementMode::ModeObjectCenter:
+        case PlacementFormula::StandOnPoint:
             return standOnPoint(point, normal);
-        case PlacementMode::ModeNone:
-        case PlacementMode::ModeEditLightMaterials:
+        case PlacementFormula::None:
             break;
     }
     return std::nullopt;

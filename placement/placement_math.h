@@ -79,13 +79,10 @@ LightPose aimBySpecular(const Vec3d& point, const Vec3d& normal, const Vec3d& ey
 /// carries the normal rather than a line of aim.
 LightPose standOnPoint(const Vec3d& point, const Vec3d& normal);
 
-/// True for the modes whose formula reads the camera's origin: Specular and Reflection.
-bool placementUsesEye(PlacementMode mode);
-
 /// The pose by the formula of `mode`, from the picked `point`, its unit
 /// `normal` (or the zero vector) and `distance`; `eye`, the camera's origin, is
-/// read only where placementUsesEye(mode). Empty for the modes that place
-/// nothing, ModeNone and ModeEditLightMaterials.
+/// read only where the mode's traits say it uses the eye. Empty for the modes
+/// that place nothing, ModeNone and ModeEditLightMaterials.
 std::optional<LightPose> placeLight(PlacementMode mode, const Vec3d& point, const Vec3d& normal,
                                     const Vec3d& eye, double distance);
 

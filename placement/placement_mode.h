@@ -1,6 +1,6 @@
 #pragma once
 // PlacementMode: how a light is placed from a picked point, chosen by the
-// label that option "Mode" carries.
+// label that option "Mode" carries, and the one table of what each mode does.
 
 #include <cstdint>
 #include <string_view>
@@ -22,9 +22,49 @@ enum class PlacementMode : std::int32_t {
     ModeObjectCenter = 11,
 };
 
-/// The label of option "Mode" that selects `mode`; empty for ModeNone and for
-/// values outside the enumeration.
-std::string_view placementModeLabel(PlacementMode mode);
+/// The formula that turns a picked point and normal into a light's pose.
+enum class PlacementFormula {
+    /// Places nothing.
+    None,
+    /// From the point along the normal, aiming back at it.
+    AimAlongNormal,
+    /// Along the line of sight mirrored at the surface.
+    AimByReflection,
+    /// Along the half vector of the normal and the mirrored line of sight.
+    AimBySpecular,
+    /// On the point itself, the direction carrying the normal.
+    StandOnPoint,
+};
+
+/// What one mode does, wherever the layer asks.
+struct PlacementModeTraits {
+    PlacementMode mode;
+    /// The label of option "Mode" that selects the mode; empty for ModeNone.
+    std::string_view label;
+    /// "StrategyType" of the request to the snapping layer; null for none.
+    const char* snappingStrategy;
+    PlacementFormula formula;
+    /// The light keeps its orientation: "orientationFixed" of a placement.
+    bool orientationFixed;
+    /// Answers of getOption "PositionLocked", "FixedRotation" and "ShadowHandles".
+    bool positionLocked;
+    bool fixedRotation;
+    bool shadowHandles;
+
+    /// The light stands on the snapped point itself: "strictPosition" of a
+    /// placement, and the answer of getOption "HandleAtOrigin".
+    constexpr bool placesOnSnappedPoint() const {
+        return formula == PlacementFormula::StandOnPoint;
+    }
+    /// The formula reads the camera's origin.
+    constexpr bool usesEye() const {
+        return formula == PlacementFormula::AimByReflection ||
+               formula == PlacementFormula::AimBySpecular;
+    }
+};
+
+/// The traits of `mode`; those of ModeNone for values outside the enumeration.
+const PlacementModeTraits& placementModeTraits(PlacementMode mode);
 
 /// The mode whose label equals `text` in length and bytes, case-sensitive;
 /// ModeNone for any other text, the empty text included.

@@ -121,6 +121,30 @@ TEST_F(PlacementLayer, ModesAreChosenByExactLabelAndMarkTheViewportOnChange) {
     EXPECT_FALSE(layer->getOption("Mode")) << "set-only keys read back as null";
 }
 
+TEST_F(PlacementLayer, EveryLabelSelectsItsModeAndOnlyItsFlags) {
+    const char* const labels[] = {"Edit Light Materials",
+                                  "Fixed Rotation",
+                                  "Normal",
+                                  "Specular",
+                                  "Reflection",
+                                  "Shadow",
+                                  "Face - Center",
+                                  "Face - Center - Oriented to Normal",
+                                  "Object Surface",
+                                  "Object Surface - Oriented to Normal",
+                                  "Object - Center"};
+    int value = 1;
+    for (const char* label : labels) {
+        layer->setOption("Mode", sorrel::stringAttr(label));
+        EXPECT_EQ(static_cast<int>(beamwright().placementMode()), value) << label;
+        EXPECT_EQ(flagOption("PositionLocked"), value == 1) << label;
+        EXPECT_EQ(flagOption("FixedRotation"), value == 2) << label;
+        EXPECT_EQ(flagOption("ShadowHandles"), value == 6) << label;
+        EXPECT_EQ(flagOption("HandleAtOrigin"), value >= 7) << label << ": on the snapped point";
+        ++value;
+    }
+}
+
 TEST_F(PlacementLayer, EnabledReachesTheSelectionLayerFirstAndTheHandlesLayerUnchanged) {
     layer->setOption("Enabled", sorrel::intAttr(1));
     layer->setOption("Enabled", sorrel::intAttr(7));
