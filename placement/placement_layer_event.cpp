@@ -7,8 +7,10 @@
 #include "frame/option_id.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
+#include "placement/vector_attributes.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
+using Tessera::Sorrel::ViewerUtils::doubleTriple;
 
 namespace {
 
@@ -24,12 +26,9 @@ void setOnEveryHandle(const ManipulatorWrapper& manipulator, OptionId id, const 
 }
 
 GroupAttribute lightDataOf(const BeamwrightLayer::LightPlacement& placement) {
-    const double position[3] = {placement.position.x, placement.position.y, placement.position.z};
-    const double direction[3] = {placement.direction.x, placement.direction.y,
-                                 placement.direction.z};
     GroupBuilder builder;
-    builder.set("position", DoubleAttribute::createTriple(position))
-        .set("direction", DoubleAttribute::createTriple(direction))
+    builder.set("position", doubleTriple(placement.position))
+        .set("direction", doubleTriple(placement.direction))
         .set("distance", DoubleAttribute::create(placement.distance))
         .set("strictPosition", IntAttribute::create(placement.strictPosition ? 1 : 0))
         .set("orientationFixed", IntAttribute::create(placement.orientationFixed ? 1 : 0));

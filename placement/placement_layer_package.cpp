@@ -7,6 +7,7 @@
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
 #include "placement/placement_math.h"
+#include "placement/vector_attributes.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using namespace Tessera::Sorrel::ViewerUtils;
@@ -18,11 +19,6 @@ constexpr const char* kCloneMarker = "Beamwright.ClonePackage";
 /// The marker's last occurrence stands at the very start.
 bool isClone(const std::string& packageClassName) {
     return packageClassName.rfind(kCloneMarker) == 0;
-}
-
-DoubleAttribute tripleOf(const Vec3d& v) {
-    const double values[3] = {v.x, v.y, v.z};
-    return DoubleAttribute::createTriple(values);
 }
 
 }  // namespace
@@ -49,8 +45,8 @@ bool BeamwrightLayer::runPackageCommand(const Attribute& x, const Attribute& y,
     GroupBuilder command;
     command.set("PackageClassName", StringAttribute::create(packageClassName.c_str()))
         .set("MarquetteNodeName", StringAttribute::create(marquetteNodeName.c_str()))
-        .set("Position", tripleOf(placement.position))
-        .set("Rotation", tripleOf(rotationDegreesForDirection(placement.direction)))
+        .set("Position", doubleTriple(placement.position))
+        .set("Rotation", doubleTriple(rotationDegreesForDirection(placement.direction)))
         .set("CenterOfInterest", DoubleAttribute::create(placement.distance))
         .set("ShadowFallDistance", DoubleAttribute::create(placement.shadowFallDistance));
     // The host's answer is not looked at: the request itself is the result.

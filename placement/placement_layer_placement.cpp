@@ -2,10 +2,10 @@
 // read back at once, then the formula of the current mode.
 
 #include "frame/group_builder.h"
-#include "frame/sample_accessor.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
 #include "placement/placement_math.h"
+#include "placement/vector_attributes.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using namespace Tessera::Sorrel::ViewerUtils;
@@ -13,16 +13,6 @@ using namespace Tessera::Sorrel::ViewerUtils;
 namespace {
 
 constexpr const char* kSnappingLayerName = "SnappingLayer";
-constexpr std::int64_t kVectorValues = 3;
-
-/// A float child of exactly three values, widened to doubles.
-std::optional<Vec3d> readVector(const GroupAttribute& reply, const char* name) {
-    const FloatAttribute values = reply.getChild<FloatAttribute>(name);
-    if (!values.isValid()) return std::nullopt;
-    const SampleAccessor<float> sample(values, kTimeZero);
-    if (sample.size() != kVectorValues) return std::nullopt;
-    return Vec3d{sample[0], sample[1], sample[2]};
-}
 
 }  // namespace
 
@@ -41,8 +31,8 @@ LightPlacement BeamwrightLayer::computePlacement(const Attribute& x, const Attri
 
     const GroupAttribute reply(snapping->getOption("SnappingLayer.PickOnDemand"));
     if (!reply.isValid()) return {};
-    const std::optional<Vec3d> point = readVector(reply, "point");
-    const std::optional<Vec3d> normal = readVector(reply, "normal");
+    const std::optional<Vec3d> point = readFloatTriple(reply, "point");
+    const std::optional<Vec3d> normal = readFloatTriple(reply, "normal");
     if (!point || !normal) return {};
 
     const Vec3d unitNormal = normalizedOrZero(*normal);
