@@ -18,14 +18,15 @@
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_suite.h"
 #include "handles/handle_mesh_data.h"
+#include "handles/handle_programs.h"
 #include "handles/handles_layer.h"
-#include "handles/handles_layer_support.h"
 #include "host/gl_context.h"
 #include "host/picking.h"
 #include "host/plugin_host.h"
 #include "host/viewer_delegate.h"
 #include "host/viewport.h"
 #include "scene/light_component.h"
+#include "support/screen_constant_size.h"
 #include "tests/support/light_attributes.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;

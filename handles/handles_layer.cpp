@@ -10,7 +10,7 @@
 #include "frame/sample_accessor.h"
 #include "frame/wrappers.h"
 #include "handles/handle_mesh_data.h"
-#include "handles/handles_layer_support.h"
+#include "handles/handle_programs.h"
 #include "scene/light_component.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;

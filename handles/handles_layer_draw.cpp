@@ -7,8 +7,9 @@
 
 #include "frame/wrappers.h"
 #include "handles/handles_layer.h"
-#include "handles/handles_layer_support.h"
+#include "handles/pick_id_colour.h"
 #include "scene/light_component.h"
+#include "support/screen_constant_size.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using namespace Tessera::Sorrel::ViewerUtils;
@@ -147,11 +148,8 @@ void BeamwrightCOIHandlesLayer::drawLightHandle(const std::shared_ptr<ViewportWr
         rotationFromTo(kHandleFacing, cameraOrigin - light.centerOfInterest, light.direction);
     const double scale =
         screenConstantSize(viewport, light.centerOfInterest, manipulatorScale * kHandleSizePixels);
-    Mat4d scaling;
-    for (int axis = 0; axis < 3; ++axis) scaling[axis][axis] = scale;
-    Mat4d translation;
-    for (int axis = 0; axis < 3; ++axis) translation[3][axis] = light.centerOfInterest[axis];
-    const Mat4d world = multiply(multiply(rotation, scaling), translation);
+    const Mat4d world = multiply(multiply(rotation, scalingMatrix(scale)),
+                                 translationMatrix(light.centerOfInterest));
 
     const bool blend = !picking;
     lineProgram.use();

@@ -8,7 +8,7 @@
 #include "frame/option_id.h"
 #include "frame/wrappers.h"
 #include "handles/handles_layer.h"
-#include "handles/handles_layer_support.h"
+#include "support/environment_flag.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::environmentFlagIsSet;

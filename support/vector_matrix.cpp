@@ -10,6 +10,8 @@ namespace {
 
 constexpr int kSize = 4;
 constexpr int kBlockSize = 3;
+/// Points are row vectors: the translation stands in the last row.
+constexpr int kTranslationRow = 3;
 
 /// Below this sum of squares (twice the smallest normal double, bits
 /// 0x0020000000000000) the squares have lost their precision.
@@ -138,6 +140,35 @@ Vec3d normalizedOrZero(const Vec3d& v) {
     const double length = vectorLength(v);
     if (length == 0.0) return {};
     return {v.x / length, v.y / length, v.z / length};
+}
+
+Vec3d transformPoint(const Vec3d& p, const Mat4d& m) {
+    double h[kSize] = {};
+    for (int c = 0; c < kSize; ++c)
+        h[c] = p.x * m[0][c] + p.y * m[1][c] + p.z * m[2][c] + m[kTranslationRow][c];
+    return {h[0] / h[3], h[1] / h[3], h[2] / h[3]};
+}
+
+Vec3d transformDirection(const Vec3d& v, const Mat4d& m) {
+    Vec3d out;
+    for (int c = 0; c < kBlockSize; ++c) out[c] = v.x * m[0][c] + v.y * m[1][c] + v.z * m[2][c];
+    return out;
+}
+
+Vec3d translationOf(const Mat4d& m) {
+    return {m[kTranslationRow][0], m[kTranslationRow][1], m[kTranslationRow][2]};
+}
+
+Mat4d scalingMatrix(const double factor) {
+    Mat4d out;
+    for (int axis = 0; axis < kBlockSize; ++axis) out[axis][axis] = factor;
+    return out;
+}
+
+Mat4d translationMatrix(const Vec3d& offset) {
+    Mat4d out;
+    for (int axis = 0; axis < kBlockSize; ++axis) out[kTranslationRow][axis] = offset[axis];
+    return out;
 }
 
 Mat4d multiply(const Mat4d& a, const Mat4d& b) {

@@ -45,6 +45,23 @@ double vectorLength(const Vec3d& v);
 /// `v` divided by its length, or the zero vector when that length is 0.0.
 Vec3d normalizedOrZero(const Vec3d& v);
 
+/// The point `p` as the row vector (x, y, z, 1) times `m`, divided by the w
+/// that results (no test for zero).
+Vec3d transformPoint(const Vec3d& p, const Mat4d& m);
+
+/// The direction `v` as the row vector (x, y, z) times the upper 3x3 block of
+/// `m`: turned and scaled, not moved.
+Vec3d transformDirection(const Vec3d& v, const Mat4d& m);
+
+/// The translation of `m`, its row 3.
+Vec3d translationOf(const Mat4d& m);
+
+/// Scales x, y and z by `factor`.
+Mat4d scalingMatrix(double factor);
+
+/// Moves a point by `offset`.
+Mat4d translationMatrix(const Vec3d& offset);
+
 /// The product a * b: a acts first. Returns a new value, so either argument may be replaced.
 Mat4d multiply(const Mat4d& a, const Mat4d& b);
 

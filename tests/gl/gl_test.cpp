@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "handles/handles_layer_support.h"
+#include "handles/handle_programs.h"
 
 namespace gl_testing {
 

@@ -15,9 +15,9 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewport_layer_suite.h"
 #include "handles/handles_layer.h"
-#include "handles/handles_layer_support.h"
 #include "host/viewer_delegate.h"
 #include "host/viewport.h"
+#include "support/environment_flag.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
 
