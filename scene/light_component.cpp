@@ -1,7 +1,6 @@
 #include "scene/light_component.h"
 
 #include <algorithm>
-#include <array>
 #include <deque>
 
 #include "frame/viewer_delegate_wrapper.h"
@@ -25,9 +24,6 @@ const std::string kUsdLocationPrefix = "/usd";
 constexpr int kDoubleValueType = 25;
 /// Distance to the centre of interest of a light whose prim gives none as a double.
 constexpr double kDefaultCenterOfInterest = 20.0;
-/// A USD light has no colour of its own: yellow.
-constexpr std::array<float, 4> kUsdLightColor = {1.0f, 1.0f, 0.0f, 1.0f};
-constexpr int kTranslationRow = 3;
 
 const vrt::Token& lightApi() {
     static const vrt::Token token("SorrelUsdLightAPI");
@@ -192,12 +188,10 @@ bool BeamwrightLayerVDC::collectUsdLight(SceneNode& node, std::vector<LightLocat
     record.showHandle = true;
     record.selected = node.selected;
     record.pickable = true;
-    record.locationHash = record.pickerObject.getChildByName("location").hash().words[0];
-    const auto& m = record.worldMatrix;
-    record.position = {m[kTranslationRow][0], m[kTranslationRow][1], m[kTranslationRow][2]};
-    record.direction = lookDirection(m);
+    updateIdentityAndPose(record);
     record.centerOfInterest = record.position + record.direction * distance;
-    record.color = kUsdLightColor;
+    // A USD light has no colour of its own.
+    record.color = kDefaultLightColor;
     return true;
 }
 

@@ -6,8 +6,7 @@
 #include "frame/sample_accessor.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
-using Tessera::Sorrel::ViewerUtils::normalizedOrZero;
-using Tessera::Sorrel::ViewerUtils::Vec3d;
+using namespace Tessera::Sorrel::ViewerUtils;
 
 namespace {
 
@@ -16,11 +15,8 @@ constexpr std::int32_t kPickableByDefault = 1;
 constexpr double kNoDistance = 0.0;
 constexpr std::int64_t kColorChannels = 3;
 constexpr std::int64_t kColorChannelsWithAlpha = 4;
-constexpr std::array<float, 4> kDefaultColor = {1.0f, 1.0f, 0.0f, 1.0f};  // yellow
-
-// Translation row and local Z row of a row-vector matrix.
-constexpr int kTranslationRow = 3;
-constexpr int kLocalZRow = 2;
+/// A light at rest looks down its negative local z axis.
+constexpr Vec3d kRestLook{0.0, 0.0, -1.0};
 
 /// The hash that a "type" of "light" has, made once per process.
 std::uint64_t lightTypeHash() {
@@ -46,19 +42,23 @@ bool readColor(const GroupAttribute& attributes, std::string_view name,
     return true;
 }
 
-}  // namespace
-
-Vec3d lookDirection(const Tessera::Sorrel::ViewerUtils::Mat4d& m) {
-    const Vec3d look{0.0, 0.0, -1.0};
-    Vec3d direction;
-    for (int i = 0; i < 3; ++i)
-        direction[i] = look.x * m[0][i] + look.y * m[1][i] + look.z * m[kLocalZRow][i];
-    return normalizedOrZero(direction);
+/// The rest look carried through the world matrix without its translation and
+/// normalised, or zero for a degenerate matrix.
+Vec3d lookDirection(const Mat4d& worldMatrix) {
+    return normalizedOrZero(transformDirection(kRestLook, worldMatrix));
 }
+
+}  // namespace
 
 GroupAttribute makePickerObject(const std::string& locationPath) {
     const StringAttribute location = StringAttribute::create(locationPath.c_str());
     return GroupBuilder().set("location", location).build();
+}
+
+void updateIdentityAndPose(LightLocationData& data) {
+    data.locationHash = data.pickerObject.getChildByName("location").hash().words[0];
+    data.position = translationOf(data.worldMatrix);
+    data.direction = lookDirection(data.worldMatrix);
 }
 
 void updateLightLocationData(LightLocationData& data) {
@@ -70,18 +70,14 @@ void updateLightLocationData(LightLocationData& data) {
                       intOr(attributes, "viewer.default.beamwright.hideHandle", kNotHidden) == 0;
     data.pickable = intOr(attributes, "viewer.default.pickable", kPickableByDefault) != 0;
 
-    data.locationHash = data.pickerObject.getChildByName("location").hash().words[0];
-
-    const auto& m = data.worldMatrix;
-    data.position = {m[kTranslationRow][0], m[kTranslationRow][1], m[kTranslationRow][2]};
-    data.direction = lookDirection(m);
+    updateIdentityAndPose(data);
 
     const DoubleAttribute distance =
         attributes.getChild<DoubleAttribute>("geometry.centerOfInterest");
     if (!distance.isValid()) data.showHandle = false;
     data.centerOfInterest = data.position + data.direction * distance.getValue(kNoDistance);
 
-    data.color = kDefaultColor;
+    data.color = kDefaultLightColor;
     if (!readColor(attributes, "viewer.default.drawOptions.color", data.color))
         readColor(attributes, "geometry.previewColor", data.color);
 }

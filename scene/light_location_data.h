@@ -9,6 +9,9 @@
 #include "frame/attribute.h"
 #include "support/vector_matrix.h"
 
+/// The handle colour of a light that names none: yellow.
+inline constexpr std::array<float, 4> kDefaultLightColor = {1.0f, 1.0f, 0.0f, 1.0f};
+
 /// One location's record. Every location the viewer reports has one, lights or
 /// not; a USD light has one made at each rebuild of the light list.
 ///
@@ -50,9 +53,10 @@ struct LightLocationData {
 /// the path as a string attribute.
 Tessera::Sorrel::ViewerAPI::GroupAttribute makePickerObject(const std::string& locationPath);
 
-/// The negative local Z axis of a world matrix, carried through it without its
-/// translation and normalised: a light's look direction, or zero for a degenerate matrix.
-Tessera::Sorrel::ViewerUtils::Vec3d lookDirection(const Tessera::Sorrel::ViewerUtils::Mat4d& m);
+/// Derives locationHash from `pickerObject`, and position and direction from
+/// `worldMatrix`: what every record takes from its identity and its place,
+/// whether it stands for a location or a USD prim.
+void updateIdentityAndPose(LightLocationData& data);
 
 /// Derives isLight, showHandle, pickable, locationHash, position, direction,
 /// centerOfInterest and color from `attributes`, `pickerObject` and `worldMatrix`.
