@@ -43,11 +43,10 @@ constexpr double kMicrosecondsPerSecond = 1e6;
 
 using Clock = std::chrono::steady_clock;
 
-/// SORREL_ROOT as given, or else the repository's shader tree beside this file.
+/// SORREL_ROOT as given, or else the build's shader tree.
 std::string sorrelRoot() {
     if (const char* root = std::getenv("SORREL_ROOT")) return root;
-    const std::string source = __FILE__;
-    return source.substr(0, source.rfind("/bench/")) + "/resources";
+    return BEAMWRIGHT_RESOURCES_DIR;
 }
 
 template <class Work>
