@@ -121,9 +121,7 @@ private:
 class Floor {
 public:
     explicit Floor(Viewer& viewer) {
-        buildHandlePrograms(
-            sorrelRoot() + "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators",
-            solid, line);
+        buildHandlePrograms(sorrelRoot() + kHandleShaderStemBelowRoot, solid, line);
         const HandleMeshData headData = arrowHeadData();
         const HandleMeshData stemData = arrowStemData();
         head.build(headData.positions, headData.normals, headData.indices, {});

@@ -14,11 +14,11 @@
 #include "scene/light_component.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
+using Tessera::Sorrel::ViewerUtils::buildHandlePrograms;
+using Tessera::Sorrel::ViewerUtils::kHandleShaderStemBelowRoot;
 
 namespace {
 
-constexpr const char* kShaderStemBelowRoot =
-    "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
 constexpr const char* kComponentName = "BeamwrightLayerVDC";
 
 void buildMesh(HandleMesh& mesh, const HandleMeshData& data) {
@@ -30,9 +30,9 @@ void buildMesh(HandleMesh& mesh, const HandleMeshData& data) {
 void BeamwrightCOIHandlesLayer::setup() {
     // Nothing is normalised: without SORREL_ROOT the stem starts at the file system's root.
     const char* const root = std::getenv("SORREL_ROOT");
-    const std::string stem = std::string(root != nullptr ? root : "") + kShaderStemBelowRoot;
+    const std::string stem = std::string(root != nullptr ? root : "") + kHandleShaderStemBelowRoot;
 
-    Tessera::Sorrel::ViewerUtils::buildHandlePrograms(stem, solidProgram, lineProgram);
+    buildHandlePrograms(stem, solidProgram, lineProgram);
 
     buildMesh(arrowHead, arrowHeadData());
     buildMesh(arrowOutline, arrowOutlineData());

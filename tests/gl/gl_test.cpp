@@ -12,7 +12,7 @@ namespace gl_testing {
 
 std::string manipulatorShaderStem() {
     return std::string(BEAMWRIGHT_RESOURCES_DIR) +
-           "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
+           Tessera::Sorrel::ViewerUtils::kHandleShaderStemBelowRoot;
 }
 
 void buildHandlePrograms(GLShaderProgram& solid, GLShaderProgram& line) {
