@@ -2,6 +2,8 @@
 // plugin table, a light placed by pointing at a floor in several modes, a new
 // light package from a Shift press, and the attribute reference balance.
 
+#include <GL/glew.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -9,8 +11,6 @@
 
 #include "host/attribute_model.h"
 #include "host/gl_context.h"
-#include <GL/glew.h>
-
 #include "host/mesh.h"
 #include "host/picking.h"
 #include "host/plugin_host.h"
@@ -38,8 +38,8 @@ AttrRef mouse(const char* kind, int x, int y, int button, int buttons, int modif
 
 void printLight(const Scene& scene, const std::string& path, const char* what) {
     const Matrix world = *scene.worldTransform(path);
-    std::printf("    %-34s at (%6.2f, %6.2f, %6.2f) aiming (%5.2f, %5.2f, %5.2f)\n", what, world[12],
-                world[13], world[14], -world[8], -world[9], -world[10]);
+    std::printf("    %-34s at (%6.2f, %6.2f, %6.2f) aiming (%5.2f, %5.2f, %5.2f)\n", what,
+                world[12], world[13], world[14], -world[8], -world[9], -world[10]);
 }
 
 void placeLights(ViewerStage& stage) {
@@ -69,7 +69,8 @@ void placeLights(ViewerStage& stage) {
     const bool created = layer.event(mouse("MouseButtonPress", 200, 260, kLeftButton, 1, kShift));
     std::printf("    package requested: %s\n", created ? "yes" : "no");
     for (const auto& [path, location] : stage.scene().locations())
-        if (hasType(location, kLightType) && path != kLight) printLight(stage.scene(), path, path.c_str());
+        if (hasType(location, kLightType) && path != kLight)
+            printLight(stage.scene(), path, path.c_str());
 }
 
 /// The floor as a grid and each light as a dot, by the fixed-function
@@ -149,8 +150,9 @@ int main(int argc, char** argv) {
         for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
             stage.delegate().putLocation(group, groupAttr({}));
         stage.delegate().putLocation(
-            kLight, groupAttr({{"type", stringAttr(kLightType)},
-                               {"geometry", groupAttr({{"centerOfInterest", doubleAttr(4.0)}})}}),
+            kLight,
+            groupAttr({{"type", stringAttr(kLightType)},
+                       {"geometry", groupAttr({{"centerOfInterest", doubleAttr(4.0)}})}}),
             translationMatrix(3, 4, 0));
         stage.select({kLight});
         placeLights(stage);

@@ -279,21 +279,31 @@ AttrHandle createDoubleSamplesFn(const float* times, std::int64_t timeCount,
 
 std::size_t valueWidth(int type) {
     switch (type) {
-        case kInt: return sizeof(std::int32_t);
-        case kFloat: return sizeof(float);
-        case kDouble: return sizeof(double);
-        case kString: return sizeof(const char*);
-        default: return 0;
+        case kInt:
+            return sizeof(std::int32_t);
+        case kFloat:
+            return sizeof(float);
+        case kDouble:
+            return sizeof(double);
+        case kString:
+            return sizeof(const char*);
+        default:
+            return 0;
     }
 }
 
 const void* sampleValues(const AttrNode& node, std::size_t sample) {
     switch (node.type) {
-        case kInt: return node.ints[sample].data();
-        case kFloat: return node.floats[sample].data();
-        case kDouble: return node.doubles[sample].data();
-        case kString: return node.stringPointers[sample].data();
-        default: return nullptr;
+        case kInt:
+            return node.ints[sample].data();
+        case kFloat:
+            return node.floats[sample].data();
+        case kDouble:
+            return node.doubles[sample].data();
+        case kString:
+            return node.stringPointers[sample].data();
+        default:
+            return nullptr;
     }
 }
 
@@ -301,11 +311,16 @@ const void* sampleValues(const AttrNode& node, std::size_t sample) {
 
 std::size_t AttrNode::valuesPerSample() const {
     switch (type) {
-        case kInt: return ints.empty() ? 0 : ints[0].size();
-        case kFloat: return floats.empty() ? 0 : floats[0].size();
-        case kDouble: return doubles.empty() ? 0 : doubles[0].size();
-        case kString: return strings.empty() ? 0 : strings[0].size();
-        default: return 0;
+        case kInt:
+            return ints.empty() ? 0 : ints[0].size();
+        case kFloat:
+            return floats.empty() ? 0 : floats[0].size();
+        case kDouble:
+            return doubles.empty() ? 0 : doubles[0].size();
+        case kString:
+            return strings.empty() ? 0 : strings[0].size();
+        default:
+            return 0;
     }
 }
 
@@ -470,16 +485,29 @@ std::string AttributeModel::describe(AttrHandle handle) const {
     auto list = [&out](const auto& samples) {
         out << '(';
         for (std::size_t s = 0; s < samples.size(); ++s) {
-            for (std::size_t i = 0; i < samples[s].size(); ++i) out << (i ? ", " : "") << samples[s][i];
+            for (std::size_t i = 0; i < samples[s].size(); ++i)
+                out << (i ? ", " : "") << samples[s][i];
             if (s + 1 < samples.size()) out << " | ";
         }
         out << ')';
     };
     switch (node.type) {
-        case kInt: out << "int"; list(node.ints); break;
-        case kFloat: out << "float"; list(node.floats); break;
-        case kDouble: out << "double"; list(node.doubles); break;
-        case kString: out << "string"; list(node.strings); break;
+        case kInt:
+            out << "int";
+            list(node.ints);
+            break;
+        case kFloat:
+            out << "float";
+            list(node.floats);
+            break;
+        case kDouble:
+            out << "double";
+            list(node.doubles);
+            break;
+        case kString:
+            out << "string";
+            list(node.strings);
+            break;
         case kGroup:
             out << '{';
             for (std::size_t i = 0; i < node.children.size(); ++i)
@@ -487,7 +515,8 @@ std::string AttributeModel::describe(AttrHandle handle) const {
                     << describe(node.children[i].second);
             out << '}';
             break;
-        default: out << "?";
+        default:
+            out << "?";
     }
     return out.str();
 }
@@ -554,7 +583,9 @@ AttrRef AttrRef::child(const std::string& path) const {
     return handle_ != nullptr ? AttrRef(model().childByPath(handle_, path)) : AttrRef();
 }
 int AttrRef::type() const { return handle_ != nullptr ? model().read(handle_).type : 0; }
-std::int32_t AttrRef::intValue(std::size_t i) const { return model().read(handle_).ints.at(0).at(i); }
+std::int32_t AttrRef::intValue(std::size_t i) const {
+    return model().read(handle_).ints.at(0).at(i);
+}
 float AttrRef::floatValue(std::size_t i) const { return model().read(handle_).floats.at(0).at(i); }
 double AttrRef::doubleValue(std::size_t i) const {
     return model().read(handle_).doubles.at(0).at(i);

@@ -28,8 +28,8 @@ struct AttrNode {
     int type = 0;
     std::uint64_t serial = 0;
     int references = 0;
-    std::vector<float> times;                        // one per sample
-    std::vector<std::vector<std::int32_t>> ints;     // [sample][value]
+    std::vector<float> times;                     // one per sample
+    std::vector<std::vector<std::int32_t>> ints;  // [sample][value]
     std::vector<std::vector<float>> floats;
     std::vector<std::vector<double>> doubles;
     std::vector<std::vector<std::string>> strings;
@@ -60,7 +60,8 @@ public:
     AttrHandle makeString(const std::string& text);
     AttrHandle makeStrings(std::vector<std::string> texts);
     /// Several samples of one type: times[i] holds samples[i].
-    AttrHandle makeDoubleSamples(std::vector<float> times, std::vector<std::vector<double>> samples);
+    AttrHandle makeDoubleSamples(std::vector<float> times,
+                                 std::vector<std::vector<double>> samples);
     AttrHandle makeFloatSamples(std::vector<float> times, std::vector<std::vector<float>> samples);
     /// A group; takes over the children's references.
     AttrHandle makeGroup(std::vector<std::pair<std::string, AttrHandle>> children);

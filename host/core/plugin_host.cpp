@@ -27,7 +27,9 @@ constexpr std::uint64_t kOptionIdStride = 0x10001ull;
 int generatorToken = 0;
 
 void* getGeneratorFn() { return &generatorToken; }
-std::uint64_t generateIdFn(void*, const char* name) { return OptionIdGenerator::instance().idOf(name); }
+std::uint64_t generateIdFn(void*, const char* name) {
+    return OptionIdGenerator::instance().idOf(name);
+}
 
 }  // namespace
 

@@ -48,8 +48,8 @@ void LayerObject::setOption(const std::string& name, AttrRef value) const {
     setOption(optionId(name), std::move(value));
 }
 AttrRef LayerObject::getOption(std::uint64_t id) const {
-    return AttrRef(static_cast<AttrHandle>(
-        entryAt<void* (*)(void*, std::uint64_t)>(suite_, 11)(handle_, id)));
+    return AttrRef(
+        static_cast<AttrHandle>(entryAt<void* (*)(void*, std::uint64_t)>(suite_, 11)(handle_, id)));
 }
 AttrRef LayerObject::getOption(const std::string& name) const { return getOption(optionId(name)); }
 void LayerObject::pickerDraw(std::int32_t x, std::int32_t y, std::int32_t w, std::int32_t h,
@@ -104,8 +104,8 @@ void ComponentObject::setOption(std::uint64_t id, AttrRef value) const {
     entryAt<void (*)(void*, std::uint64_t, void*)>(suite_, 4)(handle_, id, value.release());
 }
 AttrRef ComponentObject::getOption(std::uint64_t id) const {
-    return AttrRef(static_cast<AttrHandle>(
-        entryAt<void* (*)(void*, std::uint64_t)>(suite_, 5)(handle_, id)));
+    return AttrRef(
+        static_cast<AttrHandle>(entryAt<void* (*)(void*, std::uint64_t)>(suite_, 5)(handle_, id)));
 }
 void ComponentObject::setup() const { entryAt<void (*)(void*)>(suite_, 6)(handle_); }
 void ComponentObject::cleanup() const { entryAt<void (*)(void*)>(suite_, 7)(handle_); }

@@ -74,8 +74,8 @@ public:
     using PluginObject::PluginObject;
 
     /// The attributes and transform are lent for the call.
-    bool locationEvent(const std::string& path, const AttrRef& attributes,
-                       const AttrRef& transform, std::uint32_t flags, std::uint8_t flag = 1) const;
+    bool locationEvent(const std::string& path, const AttrRef& attributes, const AttrRef& transform,
+                       std::uint32_t flags, std::uint8_t flag = 1) const;
     void locationsSelected(const std::vector<std::string>& paths) const;
     void usdLocationsSelected(const std::vector<std::string>& paths) const;
     bool usdLocationEvent(double time, const void* path, const void* prim, std::uint32_t flags,

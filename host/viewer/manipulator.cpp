@@ -8,7 +8,8 @@ namespace {
 
 void handleSetOption(void* pluginHandle, std::uint64_t id, void* givenOver) {
     auto* record = static_cast<HostObjectRecord*>(pluginHandle);
-    static_cast<ManipulatorHandle*>(record->object)->setOption(id, AttrRef(static_cast<AttrHandle>(givenOver)));
+    static_cast<ManipulatorHandle*>(record->object)
+        ->setOption(id, AttrRef(static_cast<AttrHandle>(givenOver)));
 }
 
 const SuiteTable& handleSuite() {

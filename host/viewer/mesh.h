@@ -34,7 +34,6 @@ public:
     /// Two triangles (a, b, c) and (a, c, d) as one face.
     void addQuad(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d);
 
-
     /// The nearest hit in front of `origin` (world space), both sides of a
     /// triangle counting, or nothing.
     std::optional<MeshHit> intersect(const Vec3& origin, const Vec3& direction) const;

@@ -44,12 +44,13 @@ AttrRef ViewerDelegate::callMethod(const std::string& name, const AttrRef& argum
 void ViewerDelegate::sendEvent(const std::string& path, std::uint32_t flags) {
     const Location* location = scene_.find(path);
     const AttrRef attributes = location != nullptr ? location->attributes : AttrRef();
-    const AttrRef transform =
-        location != nullptr
-            ? AttrRef(AttributeModel::instance().makeDoubles({location->local.begin(), location->local.end()}))
-            : AttrRef();
+    const AttrRef transform = location != nullptr
+                                  ? AttrRef(AttributeModel::instance().makeDoubles(
+                                        {location->local.begin(), location->local.end()}))
+                                  : AttrRef();
     if (excluded_.count(path) != 0) flags |= LocationFlags::kExcluded;
-    for (const auto& slot : components_) slot->object->locationEvent(path, attributes, transform, flags);
+    for (const auto& slot : components_)
+        slot->object->locationEvent(path, attributes, transform, flags);
 }
 
 void ViewerDelegate::sendLocation(const std::string& path, std::uint32_t extraFlags) {

@@ -35,7 +35,9 @@ public:
     void removeComponents();
 
     /// A command the plugin can run by name; a missing one answers null.
-    void defineMethod(const std::string& name, Method method) { methods_[name] = std::move(method); }
+    void defineMethod(const std::string& name, Method method) {
+        methods_[name] = std::move(method);
+    }
     AttrRef callMethod(const std::string& name, const AttrRef& argument);
     /// Calls made to each command, in order, for tests.
     const std::vector<std::string>& methodCalls() const { return methodCalls_; }

@@ -89,7 +89,8 @@ struct ViewerTables {
     static void delegateComponent(void* h, const char* name, void** oh, void** p, const void** s) {
         ObjectTriple found;
         for (const auto& slot : delegate(h).components_)
-            if (slot->name == name) found = {slot.get(), slot->object->handle(), slot->object->suite()};
+            if (slot->name == name)
+                found = {slot.get(), slot->object->handle(), slot->object->suite()};
         found.writeTo(oh, p, s);
     }
 

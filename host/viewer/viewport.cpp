@@ -53,8 +53,14 @@ void Viewport::lookAt(const double eye[3], const double target[3], double fovYDe
 
     const double aspect = static_cast<double>(width) / static_cast<double>(height);
     const double t = 1.0 / std::tan(fovYDegrees * kPi / 360.0);
-    projection = {t / aspect, 0, 0, 0, 0, t, 0, 0, 0, 0, (farPlane + nearPlane) / (nearPlane - farPlane),
-                  -1, 0, 0, 2 * farPlane * nearPlane / (nearPlane - farPlane), 0};
+    const double depthScale = (farPlane + nearPlane) / (nearPlane - farPlane);
+    const double depthOffset = 2 * farPlane * nearPlane / (nearPlane - farPlane);
+    // clang-format off
+    projection = {t / aspect, 0, 0,           0,
+                  0,          t, 0,           0,
+                  0,          0, depthScale,  -1,
+                  0,          0, depthOffset, 0};
+    // clang-format on
     for (int i = 0; i < 3; ++i) camera_.origin[i] = eye[i];
 }
 
@@ -127,7 +133,8 @@ ObjectTriple Viewport::triple() {
 
 ObjectTriple Viewport::LayerSlot::triple() const {
     if (plugin) return {const_cast<LayerSlot*>(this), plugin->handle(), plugin->suite()};
-    return {const_cast<LayerSlot*>(this), const_cast<HostObjectRecord*>(&record), HostLayer::suite()};
+    return {const_cast<LayerSlot*>(this), const_cast<HostObjectRecord*>(&record),
+            HostLayer::suite()};
 }
 
 }  // namespace sorrel
