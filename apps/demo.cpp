@@ -9,13 +9,13 @@
 #include <memory>
 #include <string>
 
-#include "host/attribute_model.h"
-#include "host/gl_context.h"
-#include "host/mesh.h"
-#include "host/picking.h"
-#include "host/plugin_host.h"
-#include "host/plugin_library.h"
-#include "host/selection.h"
+#include "host/core/attribute_model.h"
+#include "host/core/plugin_host.h"
+#include "host/core/plugin_library.h"
+#include "host/viewer/gl_context.h"
+#include "host/viewer/mesh.h"
+#include "host/viewer/picking.h"
+#include "host/viewer/selection.h"
 #include "host/viewer_stage.h"
 
 using namespace sorrel;

@@ -14,8 +14,8 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_plugin_base.h"
-#include "host/plugin_host.h"
-#include "host/viewer_delegate.h"
+#include "host/core/plugin_host.h"
+#include "host/viewer/viewer_delegate.h"
 #include "scene/light_component.h"
 #include "tests/support/light_attributes.h"
 

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/light_package_commands.h"
-#include "host/plugin_host.h"
-#include "host/plugin_library.h"
-#include "host/selection.h"
+#include "host/core/plugin_host.h"
+#include "host/core/plugin_library.h"
+#include "host/siblings/light_package_commands.h"
+#include "host/viewer/selection.h"
 
 namespace sorrel {
 

@@ -16,13 +16,13 @@
 #include <string>
 #include <vector>
 
-#include "host/gl_beamwright_manipulator.h"
-#include "host/plugin_objects.h"
-#include "host/selection_layer.h"
-#include "host/snapping_layer.h"
-#include "host/vec3.h"
-#include "host/viewer_delegate.h"
-#include "host/viewport.h"
+#include "host/core/plugin_objects.h"
+#include "host/siblings/gl_beamwright_manipulator.h"
+#include "host/siblings/selection_layer.h"
+#include "host/siblings/snapping_layer.h"
+#include "host/viewer/vec3.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewport.h"
 
 namespace sorrel {
 

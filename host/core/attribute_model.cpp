@@ -1,4 +1,4 @@
-#include "host/attribute_model.h"
+#include "host/core/attribute_model.h"
 
 #include <cmath>
 #include <cstdio>

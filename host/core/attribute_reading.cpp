@@ -1,4 +1,4 @@
-#include "host/attribute_reading.h"
+#include "host/core/attribute_reading.h"
 
 namespace sorrel {
 

@@ -7,8 +7,8 @@
 #include <optional>
 #include <string>
 
-#include "host/attribute_model.h"
-#include "host/vec3.h"
+#include "host/core/attribute_model.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 

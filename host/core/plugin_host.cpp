@@ -1,7 +1,7 @@
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
 
-#include "host/attribute_model.h"
-#include "host/viewer_tables.h"
+#include "host/core/attribute_model.h"
+#include "host/viewer/viewer_tables.h"
 
 namespace sorrel {
 

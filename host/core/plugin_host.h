@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/suite_table.h"
+#include "host/core/suite_table.h"
 
 namespace sorrel {
 

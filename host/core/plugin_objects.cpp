@@ -1,8 +1,8 @@
-#include "host/plugin_objects.h"
+#include "host/core/plugin_objects.h"
 
 #include <cstring>
 
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
 
 namespace sorrel {
 

@@ -1,4 +1,4 @@
-#include "host/suite_table.h"
+#include "host/core/suite_table.h"
 
 #include <cstdio>
 #include <cstdlib>

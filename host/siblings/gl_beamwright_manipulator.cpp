@@ -1,7 +1,7 @@
-#include "host/gl_beamwright_manipulator.h"
+#include "host/siblings/gl_beamwright_manipulator.h"
 
-#include "host/selection.h"
-#include "host/viewer_delegate.h"
+#include "host/viewer/selection.h"
+#include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {
 

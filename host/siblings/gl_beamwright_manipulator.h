@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "host/light_move_handle.h"
-#include "host/manipulator.h"
+#include "host/siblings/light_move_handle.h"
+#include "host/viewer/manipulator.h"
 
 namespace sorrel {
 

@@ -1,10 +1,10 @@
-#include "host/light_move_handle.h"
+#include "host/siblings/light_move_handle.h"
 
-#include "host/attribute_reading.h"
-#include "host/light_orientation.h"
-#include "host/plugin_host.h"
-#include "host/viewer_delegate.h"
-#include "host/world_placement.h"
+#include "host/core/attribute_reading.h"
+#include "host/core/plugin_host.h"
+#include "host/siblings/light_orientation.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/world_placement.h"
 
 namespace sorrel {
 

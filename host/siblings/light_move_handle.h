@@ -15,7 +15,7 @@
 #include <optional>
 #include <string>
 
-#include "host/manipulator.h"
+#include "host/viewer/manipulator.h"
 
 namespace sorrel {
 

@@ -1,4 +1,4 @@
-#include "host/light_orientation.h"
+#include "host/siblings/light_orientation.h"
 
 #include <cmath>
 

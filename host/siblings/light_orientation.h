@@ -5,8 +5,8 @@
 
 #include <optional>
 
-#include "host/matrix.h"
-#include "host/vec3.h"
+#include "host/viewer/matrix.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 

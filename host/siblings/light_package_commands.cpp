@@ -1,14 +1,14 @@
-#include "host/light_package_commands.h"
+#include "host/siblings/light_package_commands.h"
 
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "host/attribute_reading.h"
-#include "host/light_orientation.h"
-#include "host/selection.h"
-#include "host/viewer_delegate.h"
-#include "host/world_placement.h"
+#include "host/core/attribute_reading.h"
+#include "host/siblings/light_orientation.h"
+#include "host/viewer/selection.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/world_placement.h"
 
 namespace sorrel {
 

@@ -1,7 +1,7 @@
-#include "host/selection_layer.h"
+#include "host/siblings/selection_layer.h"
 
-#include "host/attribute_reading.h"
-#include "host/plugin_host.h"
+#include "host/core/attribute_reading.h"
+#include "host/core/plugin_host.h"
 
 namespace sorrel {
 

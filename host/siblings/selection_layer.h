@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "host/host_layer.h"
+#include "host/viewer/host_layer.h"
 
 namespace sorrel {
 

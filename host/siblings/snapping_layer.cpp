@@ -1,10 +1,10 @@
-#include "host/snapping_layer.h"
+#include "host/siblings/snapping_layer.h"
 
-#include "host/attribute_reading.h"
-#include "host/plugin_host.h"
-#include "host/ray_cast.h"
-#include "host/viewer_delegate.h"
-#include "host/viewport.h"
+#include "host/core/attribute_reading.h"
+#include "host/core/plugin_host.h"
+#include "host/viewer/ray_cast.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewport.h"
 
 namespace sorrel {
 

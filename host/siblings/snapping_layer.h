@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/host_layer.h"
+#include "host/viewer/host_layer.h"
 
 namespace sorrel {
 

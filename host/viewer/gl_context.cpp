@@ -1,4 +1,4 @@
-#include "host/gl_context.h"
+#include "host/viewer/gl_context.h"
 
 #define EGL_NO_X11
 #include <EGL/egl.h>
@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "host/png_writer.h"
+#include "host/viewer/png_writer.h"
 
 namespace sorrel {
 

@@ -1,6 +1,6 @@
-#include "host/host_layer.h"
+#include "host/viewer/host_layer.h"
 
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
 
 namespace sorrel {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "host/attribute_model.h"
-#include "host/host_object.h"
+#include "host/core/attribute_model.h"
+#include "host/core/host_object.h"
 
 namespace sorrel {
 

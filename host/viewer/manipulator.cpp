@@ -1,6 +1,6 @@
-#include "host/manipulator.h"
+#include "host/viewer/manipulator.h"
 
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
 
 namespace sorrel {
 

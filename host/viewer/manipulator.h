@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/attribute_model.h"
-#include "host/host_object.h"
+#include "host/core/attribute_model.h"
+#include "host/core/host_object.h"
 
 namespace sorrel {
 

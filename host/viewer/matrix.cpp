@@ -1,4 +1,4 @@
-#include "host/matrix.h"
+#include "host/viewer/matrix.h"
 
 #include <cmath>
 #include <utility>

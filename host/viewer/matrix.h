@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "host/vec3.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 

@@ -1,4 +1,4 @@
-#include "host/mesh.h"
+#include "host/viewer/mesh.h"
 
 #include <algorithm>
 #include <cmath>

@@ -10,8 +10,8 @@
 #include <optional>
 #include <vector>
 
-#include "host/matrix.h"
-#include "host/vec3.h"
+#include "host/viewer/matrix.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 

@@ -1,4 +1,4 @@
-#include "host/picking.h"
+#include "host/viewer/picking.h"
 
 #include <GL/glew.h>
 
@@ -6,9 +6,9 @@
 #include <cmath>
 #include <map>
 
-#include "host/gl_context.h"
-#include "host/plugin_objects.h"
-#include "host/viewport.h"
+#include "host/core/plugin_objects.h"
+#include "host/viewer/gl_context.h"
+#include "host/viewer/viewport.h"
 
 namespace sorrel {
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "host/attribute_model.h"
-#include "host/vec3.h"
+#include "host/core/attribute_model.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 

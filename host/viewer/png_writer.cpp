@@ -1,4 +1,4 @@
-#include "host/png_writer.h"
+#include "host/viewer/png_writer.h"
 
 // The host links libpng only where the build found it.
 #if __has_include(<png.h>)

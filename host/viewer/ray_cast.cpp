@@ -1,7 +1,7 @@
-#include "host/ray_cast.h"
+#include "host/viewer/ray_cast.h"
 
-#include "host/scene.h"
-#include "host/viewport.h"
+#include "host/viewer/scene.h"
+#include "host/viewer/viewport.h"
 
 namespace sorrel {
 

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "host/mesh.h"
-#include "host/vec3.h"
+#include "host/viewer/mesh.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 

@@ -1,4 +1,4 @@
-#include "host/scene.h"
+#include "host/viewer/scene.h"
 
 namespace sorrel {
 

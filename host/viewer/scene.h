@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "host/attribute_model.h"
-#include "host/matrix.h"
-#include "host/mesh.h"
+#include "host/core/attribute_model.h"
+#include "host/viewer/matrix.h"
+#include "host/viewer/mesh.h"
 
 namespace sorrel {
 

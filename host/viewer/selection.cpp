@@ -1,9 +1,9 @@
-#include "host/selection.h"
+#include "host/viewer/selection.h"
 
 #include <algorithm>
 
-#include "host/attribute_reading.h"
-#include "host/viewer_delegate.h"
+#include "host/core/attribute_reading.h"
+#include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/scene.h"
+#include "host/viewer/scene.h"
 
 namespace sorrel {
 

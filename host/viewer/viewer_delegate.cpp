@@ -1,4 +1,4 @@
-#include "host/viewer_delegate.h"
+#include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {
 

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "host/attribute_model.h"
-#include "host/host_object.h"
-#include "host/plugin_objects.h"
-#include "host/scene.h"
+#include "host/core/attribute_model.h"
+#include "host/core/host_object.h"
+#include "host/core/plugin_objects.h"
+#include "host/viewer/scene.h"
 #include "vrt/path.h"
 #include "vrt/prim.h"
 

@@ -1,8 +1,8 @@
-#include "host/viewer_tables.h"
+#include "host/viewer/viewer_tables.h"
 
-#include "host/plugin_host.h"
-#include "host/viewer_delegate.h"
-#include "host/viewport.h"
+#include "host/core/plugin_host.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewport.h"
 
 namespace sorrel {
 

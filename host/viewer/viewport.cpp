@@ -1,8 +1,8 @@
-#include "host/viewport.h"
+#include "host/viewer/viewport.h"
 
 #include <cmath>
 
-#include "host/viewer_delegate.h"
+#include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {
 

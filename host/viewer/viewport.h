@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "host/attribute_model.h"
-#include "host/host_layer.h"
-#include "host/host_object.h"
-#include "host/manipulator.h"
-#include "host/plugin_objects.h"
-#include "host/scene.h"
+#include "host/core/attribute_model.h"
+#include "host/core/host_object.h"
+#include "host/core/plugin_objects.h"
+#include "host/viewer/host_layer.h"
+#include "host/viewer/manipulator.h"
+#include "host/viewer/scene.h"
 
 namespace sorrel {
 

@@ -1,6 +1,6 @@
-#include "host/world_placement.h"
+#include "host/viewer/world_placement.h"
 
-#include "host/scene.h"
+#include "host/viewer/scene.h"
 
 namespace sorrel {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/matrix.h"
+#include "host/viewer/matrix.h"
 
 namespace sorrel {
 

@@ -10,8 +10,8 @@
 #include <memory>
 #include <string>
 
-#include "host/gl_context.h"
-#include "host/picking.h"
+#include "host/viewer/gl_context.h"
+#include "host/viewer/picking.h"
 #include "host/viewer_stage.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/plugin_fixture.h"

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "host/matrix.h"
-#include "host/viewer_delegate.h"
+#include "host/viewer/matrix.h"
+#include "host/viewer/viewer_delegate.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/plugin_fixture.h"
 #include "vrt/stage.h"

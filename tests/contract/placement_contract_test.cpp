@@ -7,9 +7,9 @@
 #include <cmath>
 #include <memory>
 
-#include "host/gl_context.h"
-#include "host/mesh.h"
-#include "host/ray_cast.h"
+#include "host/viewer/gl_context.h"
+#include "host/viewer/mesh.h"
+#include "host/viewer/ray_cast.h"
 #include "host/viewer_stage.h"
 #include "tests/support/plugin_fixture.h"
 

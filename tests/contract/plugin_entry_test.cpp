@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/plugin_objects.h"
+#include "host/core/plugin_objects.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "host/gl_context.h"
+#include "host/viewer/gl_context.h"
 #include "support/gl_shader_program.h"
 
 namespace gl_testing {

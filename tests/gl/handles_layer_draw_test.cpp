@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/picking.h"
+#include "host/viewer/picking.h"
 #include "tests/gl/gl_call_recorder.h"
 #include "tests/gl/handles_layer_fixture.h"
 

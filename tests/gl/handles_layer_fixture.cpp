@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 #include "frame/plugin_object_handle.h"
-#include "host/picking.h"
+#include "host/viewer/picking.h"
 #include "scene/light_component.h"
 #include "tests/support/unit_host.h"
 

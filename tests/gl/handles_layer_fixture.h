@@ -12,8 +12,8 @@
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_suite.h"
 #include "handles/handles_layer.h"
-#include "host/viewer_delegate.h"
-#include "host/viewport.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewport.h"
 #include "tests/gl/gl_test.h"
 #include "tests/support/light_attributes.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/picking.h"
+#include "host/viewer/picking.h"
 #include "tests/gl/handles_layer_fixture.h"
 
 using handles_testing::kBackground;

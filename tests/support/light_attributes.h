@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/attribute_model.h"
+#include "host/core/attribute_model.h"
 
 namespace testing_support {
 

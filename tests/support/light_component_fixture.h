@@ -7,7 +7,7 @@
 
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
-#include "host/viewer_delegate.h"
+#include "host/viewer/viewer_delegate.h"
 #include "scene/light_component.h"
 #include "tests/support/unit_host.h"
 

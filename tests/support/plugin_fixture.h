@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "host/plugin_host.h"
-#include "host/plugin_library.h"
+#include "host/core/plugin_host.h"
+#include "host/core/plugin_library.h"
 #include "tests/support/reference_balance.h"
 
 namespace testing_support {

@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "host/host_layer.h"
-#include "host/manipulator.h"
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
+#include "host/viewer/host_layer.h"
+#include "host/viewer/manipulator.h"
 
 namespace testing_support {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/attribute_model.h"
+#include "host/core/attribute_model.h"
 
 namespace testing_support {
 

@@ -2,7 +2,7 @@
 // Unit tests: the plugin's code linked statically, attached to the stand-in host.
 
 #include "frame/viewport_layer_plugin_base.h"
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
 #include "tests/support/reference_balance.h"
 
 namespace testing_support {

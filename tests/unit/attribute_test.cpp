@@ -8,7 +8,7 @@
 #include "frame/group_builder.h"
 #include "frame/picked_attrs_map.h"
 #include "frame/sample_accessor.h"
-#include "host/plugin_host.h"
+#include "host/core/plugin_host.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "host/attribute_reading.h"
-#include "host/light_orientation.h"
-#include "host/plugin_host.h"
+#include "host/core/attribute_reading.h"
+#include "host/core/plugin_host.h"
+#include "host/siblings/light_orientation.h"
 #include "host/viewer_stage.h"
 #include "placement/placement_math.h"
 #include "tests/support/reference_balance.h"

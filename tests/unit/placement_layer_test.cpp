@@ -8,8 +8,8 @@
 
 #include "frame/plugin_object_handle.h"
 #include "frame/viewport_layer_suite.h"
-#include "host/viewer_delegate.h"
-#include "host/viewport.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewport.h"
 #include "placement/placement_layer.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"

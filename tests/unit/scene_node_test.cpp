@@ -9,7 +9,7 @@
 #include <limits>
 #include <memory>
 
-#include "host/matrix.h"
+#include "host/viewer/matrix.h"
 #include "support/vector_matrix.h"
 
 using Tessera::Sorrel::ViewerUtils::findOrCreateSceneNode;

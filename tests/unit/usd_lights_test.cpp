@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "host/matrix.h"
+#include "host/viewer/matrix.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/light_component_fixture.h"
 #include "vrt/stage.h"

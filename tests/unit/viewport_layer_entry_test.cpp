@@ -5,7 +5,7 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewport_layer.h"
 #include "frame/viewport_layer_suite.h"
-#include "host/plugin_objects.h"
+#include "host/core/plugin_objects.h"
 #include "tests/support/quiet_layer.h"
 #include "tests/support/unit_host.h"
 

@@ -12,9 +12,9 @@
 #include "frame/viewer_delegate_component.h"
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_suite.h"
-#include "host/manipulator.h"
-#include "host/viewer_delegate.h"
-#include "host/viewport.h"
+#include "host/viewer/manipulator.h"
+#include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewport.h"
 #include "tests/support/quiet_layer.h"
 #include "tests/support/unit_host.h"
 
