@@ -10,6 +10,7 @@
 #include <string>
 
 #include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/core/plugin_host.h"
 #include "host/core/plugin_library.h"
 #include "host/viewer/gl_context.h"

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/viewer/vec3.h"
 
 namespace sorrel {

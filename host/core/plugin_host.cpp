@@ -1,6 +1,6 @@
 #include "host/core/plugin_host.h"
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_host_table.h"
 #include "host/viewer/viewer_tables.h"
 
 namespace sorrel {
@@ -42,7 +42,7 @@ PluginHost::PluginHost() : record_{&getHostSuiteFn} {
     provide("PluginManager", 1, pluginManagerTable());
     provide("Logging", 1, loggingTable());
     provide("OptionIdGeneratorHost", 1, OptionIdGenerator::instance().table());
-    provide("AttributeHost", 5, AttributeModel::instance().table());
+    provide("AttributeHost", 5, attributeHostTable());
     provideViewerTables(*this);
 }
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 
 namespace sorrel {
 

@@ -1,6 +1,6 @@
 #include "host/viewer/host_layer.h"
 
-#include "host/core/plugin_host.h"
+#include "host/core/suite_table.h"
 
 namespace sorrel {
 

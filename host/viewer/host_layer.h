@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/core/host_object.h"
 
 namespace sorrel {

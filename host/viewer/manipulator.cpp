@@ -1,6 +1,6 @@
 #include "host/viewer/manipulator.h"
 
-#include "host/core/plugin_host.h"
+#include "host/core/suite_table.h"
 
 namespace sorrel {
 

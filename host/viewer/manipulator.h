@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/core/host_object.h"
 
 namespace sorrel {

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/viewer/vec3.h"
 
 namespace sorrel {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/viewer/matrix.h"
 #include "host/viewer/mesh.h"
 

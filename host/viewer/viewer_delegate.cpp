@@ -1,5 +1,8 @@
 #include "host/viewer/viewer_delegate.h"
 
+#include "host/core/attribute_model.h"
+#include "host/core/suite_table.h"
+
 namespace sorrel {
 
 namespace {

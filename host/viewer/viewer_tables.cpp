@@ -1,5 +1,6 @@
 #include "host/viewer/viewer_tables.h"
 
+#include "host/core/attribute_model.h"
 #include "host/core/plugin_host.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"

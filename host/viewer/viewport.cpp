@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "host/core/suite_table.h"
 #include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 #include "host/core/host_object.h"
 #include "host/core/plugin_objects.h"
 #include "host/viewer/host_layer.h"

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
 
 namespace testing_support {
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/core/attribute_model.h"
+#include "host/core/sample_blocks.h"
 
 namespace testing_support {
 
@@ -12,12 +13,12 @@ class ReferenceBalanceTest : public ::testing::Test {
 protected:
     void SetUp() override {
         referencesAtStart_ = sorrel::AttributeModel::instance().liveReferences();
-        blocksAtStart_ = sorrel::AttributeModel::instance().outstandingSampleBlocks();
+        blocksAtStart_ = sorrel::SampleBlocks::instance().outstanding();
     }
     void TearDown() override {
         EXPECT_EQ(sorrel::AttributeModel::instance().liveReferences(), referencesAtStart_)
             << "attribute references leaked (or were released twice)";
-        EXPECT_EQ(sorrel::AttributeModel::instance().outstandingSampleBlocks(), blocksAtStart_)
+        EXPECT_EQ(sorrel::SampleBlocks::instance().outstanding(), blocksAtStart_)
             << "sample blocks were not given back";
     }
 

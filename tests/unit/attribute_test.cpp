@@ -8,7 +8,10 @@
 #include "frame/group_builder.h"
 #include "frame/picked_attrs_map.h"
 #include "frame/sample_accessor.h"
-#include "host/core/plugin_host.h"
+#include "host/core/attribute_host_table.h"
+#include "host/core/attribute_model.h"
+#include "host/core/attribute_ref.h"
+#include "host/core/sample_blocks.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
@@ -17,7 +20,7 @@ using sorrel::AttrRef;
 
 namespace {
 
-// Positions in the host's attribute table, whose calls the model counts.
+// Positions in the host's attribute table, whose calls the table counts.
 constexpr std::size_t kCreateBuilder = 40;
 constexpr std::size_t kReleaseSampleBlock = 63;
 
@@ -71,16 +74,17 @@ TEST_F(Attributes, ChildrenAndEventPartsAreReadByNameAndDottedPath) {
 
 TEST_F(Attributes, SampleAccessorChoosesNearestSampleAndGivesBlocksBackOnlyWhenAsked) {
     AttributeModel& model = AttributeModel::instance();
+    sorrel::SampleBlocks& blocks = sorrel::SampleBlocks::instance();
     const AttrRef samples(model.makeDoubleSamples({-1.0f, 1.0f, 3.0f}, {{1, 2}, {3, 4}, {5, 6}}));
     for (const bool contiguous : {true, false}) {
-        model.blockPolicy.contiguous = contiguous;
+        blocks.setPolicy({/* contiguous = */ contiguous, /* useInlineBuffer = */ true});
         // 0 lies as near -1 as 1: the lower index wins.
         const SampleAccessor<double> atZero(lend(samples), 0.0f);
         ASSERT_EQ(atZero.size(), 2);
         EXPECT_EQ(atZero[0], 1.0);
         EXPECT_EQ(SampleAccessor<double>(lend(samples), 2.5f)[1], 6.0);
     }
-    model.blockPolicy = {};
+    blocks.setPolicy({});
 
     const AttrRef texts(model.makeStrings({"a", "b"}));
     EXPECT_STREQ(SampleAccessor<const char*>(lend(texts), 0.0f)[1], "b");
@@ -89,22 +93,22 @@ TEST_F(Attributes, SampleAccessorChoosesNearestSampleAndGivesBlocksBackOnlyWhenA
     // Blocks are given back only when the host asks.
     const AttrRef triple = sorrel::floatsAttr({1.0f, 2.0f, 3.0f});
     const auto releasesOfOneRead = [&](bool useInlineBuffer) {
-        model.blockPolicy.useInlineBuffer = useInlineBuffer;
-        const std::uint64_t before = model.calls(kReleaseSampleBlock);
+        blocks.setPolicy({/* contiguous = */ true, useInlineBuffer});
+        const std::uint64_t before = sorrel::attributeHostCalls(kReleaseSampleBlock);
         EXPECT_EQ(SampleAccessor<float>(lend(triple), 0.0f)[2], 3.0f);
-        model.blockPolicy = {};
-        return model.calls(kReleaseSampleBlock) - before;
+        blocks.setPolicy({});
+        return sorrel::attributeHostCalls(kReleaseSampleBlock) - before;
     };
     EXPECT_EQ(releasesOfOneRead(true), 0u) << "built in the accessor's inline buffer";
     EXPECT_EQ(releasesOfOneRead(false), 1u);
 }
 
 TEST_F(Attributes, BuilderWithNothingAddedGivesTheEmptyGroupWithoutMakingABuilder) {
-    const std::uint64_t buildersBefore = AttributeModel::instance().calls(kCreateBuilder);
+    const std::uint64_t buildersBefore = sorrel::attributeHostCalls(kCreateBuilder);
     const GroupAttribute empty = GroupBuilder().build();
     EXPECT_TRUE(empty.isValid()) << "the empty group, not null";
     EXPECT_EQ(empty.getNumberOfChildren(), 0);
-    EXPECT_EQ(AttributeModel::instance().calls(kCreateBuilder), buildersBefore);
+    EXPECT_EQ(sorrel::attributeHostCalls(kCreateBuilder), buildersBefore);
 }
 
 TEST_F(Attributes, PickedMapsConvertBothWays) {
