@@ -11,7 +11,6 @@
 
 #include "host/core/attribute_model.h"
 #include "host/core/attribute_ref.h"
-#include "host/core/plugin_host.h"
 #include "host/core/plugin_library.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mesh.h"

@@ -20,10 +20,10 @@
 #include "handles/handle_mesh_data.h"
 #include "handles/handle_programs.h"
 #include "handles/handles_layer.h"
-#include "host/core/plugin_host.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewer_tables.h"
 #include "host/viewer/viewport.h"
 #include "scene/light_component.h"
 #include "support/screen_constant_size.h"
@@ -62,7 +62,7 @@ class Viewer {
 public:
     explicit Viewer(int lights) : gl(kSurfaceSize, kSurfaceSize) {
         sorrel::PluginHost::instance().allowAll();
-        auto* const record = reinterpret_cast<PluginHost*>(sorrel::PluginHost::instance().record());
+        auto* const record = reinterpret_cast<PluginHost*>(sorrel::viewerHostRecord());
         ViewportLayerPluginBase::setHost(record);
         ViewerDelegateComponentPluginBase::setHost(record);
         setenv("SORREL_ROOT", sorrelRoot().c_str(), /* overwrite = */ 1);

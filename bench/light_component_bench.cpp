@@ -14,8 +14,8 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_plugin_base.h"
-#include "host/core/plugin_host.h"
 #include "host/viewer/viewer_delegate.h"
+#include "host/viewer/viewer_tables.h"
 #include "scene/light_component.h"
 #include "tests/support/light_attributes.h"
 
@@ -43,7 +43,7 @@ double secondsOf(Work&& work) {
 void attachHost() {
     static const bool attached = [] {
         sorrel::PluginHost::instance().allowAll();
-        auto* const record = reinterpret_cast<PluginHost*>(sorrel::PluginHost::instance().record());
+        auto* const record = reinterpret_cast<PluginHost*>(sorrel::viewerHostRecord());
         ViewportLayerPluginBase::setHost(record);
         ViewerDelegateComponentPluginBase::setHost(record);
         return true;

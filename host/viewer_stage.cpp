@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "host/core/plugin_host.h"
 #include "host/core/plugin_library.h"
 #include "host/siblings/light_package_commands.h"
 #include "host/viewer/selection.h"
+#include "host/viewer/viewer_tables.h"
 
 namespace sorrel {
 
@@ -17,7 +17,7 @@ constexpr const char* kLayerRows[] = {"BeamwrightLayer", "BeamwrightCOIHandlesLa
 
 void* const* suiteOfRow(const PluginLibrary& plugin, const char* name) {
     const PluginRowView row = plugin.row(name);
-    if (row.setHost(PluginHost::instance().record()) != 0) {
+    if (row.setHost(viewerHostRecord()) != 0) {
         std::fprintf(stderr, "viewer stage: setHost of %s failed\n", name);
         std::abort();
     }

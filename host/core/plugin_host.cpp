@@ -1,7 +1,7 @@
 #include "host/core/plugin_host.h"
 
 #include "host/core/attribute_host_table.h"
-#include "host/viewer/viewer_tables.h"
+#include "host/core/option_id_generator.h"
 
 namespace sorrel {
 
@@ -21,16 +21,6 @@ const SuiteTable& loggingTable() {
     return table;
 }
 
-// Identifiers are spread out so that a mixed-up identifier never looks right.
-constexpr std::uint64_t kFirstOptionId = 0x5EED000000000101ull;
-constexpr std::uint64_t kOptionIdStride = 0x10001ull;
-int generatorToken = 0;
-
-void* getGeneratorFn() { return &generatorToken; }
-std::uint64_t generateIdFn(void*, const char* name) {
-    return OptionIdGenerator::instance().idOf(name);
-}
-
 }  // namespace
 
 PluginHost& PluginHost::instance() {
@@ -43,7 +33,6 @@ PluginHost::PluginHost() : record_{&getHostSuiteFn} {
     provide("Logging", 1, loggingTable());
     provide("OptionIdGeneratorHost", 1, OptionIdGenerator::instance().table());
     provide("AttributeHost", 5, attributeHostTable());
-    provideViewerTables(*this);
 }
 
 void PluginHost::provide(const std::string& name, unsigned int version, const SuiteTable& table) {
@@ -55,29 +44,6 @@ void* PluginHost::suite(const char* name, unsigned int version) {
     if (refused_.count(name) != 0) return nullptr;
     const auto found = tables_.find({name, version});
     return found != tables_.end() ? const_cast<void**>(found->second->data()) : nullptr;
-}
-
-OptionIdGenerator& OptionIdGenerator::instance() {
-    static OptionIdGenerator* generator = new OptionIdGenerator;
-    return *generator;
-}
-
-OptionIdGenerator::OptionIdGenerator() : table_("OptionIdGeneratorHost") {
-    table_.set(0, &getGeneratorFn).set(1, &generateIdFn);
-}
-
-std::uint64_t OptionIdGenerator::idOf(const std::string& name) {
-    const auto found = ids_.find(name);
-    if (found != ids_.end()) return found->second;
-    const std::uint64_t id = kFirstOptionId + kOptionIdStride * ids_.size();
-    ids_.emplace(name, id);
-    names_.emplace(id, name);
-    return id;
-}
-
-std::string OptionIdGenerator::nameOf(std::uint64_t id) const {
-    const auto found = names_.find(id);
-    return found != names_.end() ? found->second : "#" + std::to_string(id);
 }
 
 }  // namespace sorrel

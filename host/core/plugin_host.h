@@ -1,8 +1,12 @@
 #pragma once
 // The host record handed to the plugin's setHost, answering its function
 // tables by name and version; tests can make it refuse any one table.
+//
+// From the start it answers the tables of the core: "PluginManager" and
+// "Logging" (every position traps), "OptionIdGeneratorHost" and
+// "AttributeHost". The viewer adds the tables of its objects (see
+// viewerHostRecord()).
 
-#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -44,25 +48,6 @@ private:
     std::map<std::pair<std::string, unsigned int>, const SuiteTable*> tables_;
     std::set<std::string> refused_;
     std::vector<std::string> requests_;
-};
-
-/// "OptionIdGeneratorHost" version 1: a distinct identifier per name, and the
-/// name back from an identifier for readable test failures.
-class OptionIdGenerator {
-public:
-    static OptionIdGenerator& instance();
-    const SuiteTable& table() const { return table_; }
-
-    std::uint64_t idOf(const std::string& name);
-    /// The name of an identifier, or "#<id>" when unknown.
-    std::string nameOf(std::uint64_t id) const;
-    /// How many identifiers were asked for, repeated names included.
-
-private:
-    OptionIdGenerator();
-    SuiteTable table_;
-    std::map<std::string, std::uint64_t> ids_;
-    std::map<std::uint64_t, std::string> names_;
 };
 
 }  // namespace sorrel

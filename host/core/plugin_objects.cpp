@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "host/core/plugin_host.h"
+#include "host/core/option_id_generator.h"
 
 namespace sorrel {
 

@@ -1,7 +1,7 @@
 #include "host/siblings/light_move_handle.h"
 
 #include "host/core/attribute_reading.h"
-#include "host/core/plugin_host.h"
+#include "host/core/option_id_generator.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/world_placement.h"

@@ -1,7 +1,7 @@
 #include "host/siblings/selection_layer.h"
 
 #include "host/core/attribute_reading.h"
-#include "host/core/plugin_host.h"
+#include "host/core/option_id_generator.h"
 
 namespace sorrel {
 

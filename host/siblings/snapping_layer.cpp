@@ -1,7 +1,7 @@
 #include "host/siblings/snapping_layer.h"
 
 #include "host/core/attribute_reading.h"
-#include "host/core/plugin_host.h"
+#include "host/core/option_id_generator.h"
 #include "host/viewer/ray_cast.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"

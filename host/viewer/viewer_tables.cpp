@@ -1,7 +1,6 @@
 #include "host/viewer/viewer_tables.h"
 
 #include "host/core/attribute_model.h"
-#include "host/core/plugin_host.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
 
@@ -111,6 +110,8 @@ struct ViewerTables {
     }
 };
 
+namespace {
+
 void provideViewerTables(PluginHost& host) {
     using T = ViewerTables;
     static SuiteTable layerHost("ViewportLayerHost");
@@ -153,6 +154,17 @@ void provideViewerTables(PluginHost& host) {
     host.provide("ViewerDelegateComponentHost", 2, componentHost);
     host.provide("ManipulatorHost", 2, manipulatorHost);
     host.provide("ManipulatorHandleHost", 1, handleHost);
+}
+
+}  // namespace
+
+HostRecord* viewerHostRecord() {
+    static const bool provided = [] {
+        provideViewerTables(PluginHost::instance());
+        return true;
+    }();
+    (void)provided;
+    return PluginHost::instance().record();
 }
 
 }  // namespace sorrel

@@ -22,7 +22,7 @@ protected:
         PluginHost& host = PluginHost::instance();
         host.refuse(table);
         host.clearRequests();
-        const int status = row.setHost(host.record());
+        const int status = row.setHost(viewerHostRecord());
         host.allowAll();
         return status;
     }
@@ -61,7 +61,7 @@ TEST_F(PluginEntry, TableHoldsThreeRowsRebuiltOnEveryCall) {
 TEST_F(PluginEntry, SetHostFetchesTablesInOrderAndReportsFailures) {
     const auto rows = plugin().getPlugins();
     PluginHost& host = PluginHost::instance();
-    EXPECT_EQ(rows[0].setHost(host.record()), 0);
+    EXPECT_EQ(rows[0].setHost(viewerHostRecord()), 0);
     EXPECT_EQ(host.requests(), (Requests{"PluginManager 1", "OptionIdGeneratorHost 1", "Logging 1",
                                          "Logging 1", "AttributeHost 5", "AttributeHost 5"}));
     host.clearRequests();

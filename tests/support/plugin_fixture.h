@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
-#include "host/core/plugin_host.h"
 #include "host/core/plugin_library.h"
+#include "host/viewer/viewer_tables.h"
 #include "tests/support/reference_balance.h"
 
 namespace testing_support {
@@ -21,7 +21,7 @@ protected:
     void SetUp() override {
         sorrel::PluginHost::instance().allowAll();
         for (const auto& row : plugin().getPlugins())
-            ASSERT_EQ(row.setHost(sorrel::PluginHost::instance().record()), 0) << row.name;
+            ASSERT_EQ(row.setHost(sorrel::viewerHostRecord()), 0) << row.name;
         sorrel::PluginHost::instance().clearRequests();
         ReferenceBalanceTest::SetUp();
     }

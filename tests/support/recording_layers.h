@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/core/plugin_host.h"
+#include "host/core/option_id_generator.h"
 #include "host/viewer/host_layer.h"
 #include "host/viewer/manipulator.h"
 

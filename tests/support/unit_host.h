@@ -2,14 +2,13 @@
 // Unit tests: the plugin's code linked statically, attached to the stand-in host.
 
 #include "frame/viewport_layer_plugin_base.h"
-#include "host/core/plugin_host.h"
+#include "host/viewer/viewer_tables.h"
 #include "tests/support/reference_balance.h"
 
 namespace testing_support {
 
 inline Tessera::Sorrel::ViewerAPI::PluginHost* hostRecord() {
-    return reinterpret_cast<Tessera::Sorrel::ViewerAPI::PluginHost*>(
-        sorrel::PluginHost::instance().record());
+    return reinterpret_cast<Tessera::Sorrel::ViewerAPI::PluginHost*>(sorrel::viewerHostRecord());
 }
 
 /// Runs the layer kind's setHost once, which fills the shared attribute tables.

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "host/core/attribute_reading.h"
-#include "host/core/plugin_host.h"
+#include "host/core/option_id_generator.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer_stage.h"
 #include "placement/placement_math.h"
