@@ -22,6 +22,8 @@ using namespace sorrel;
 
 namespace {
 
+constexpr const char* kPlacementLayer = "BeamwrightLayer";
+constexpr const char* kHandlesLayer = "BeamwrightCOIHandlesLayer";
 constexpr const char* kLight = "/root/world/lgt/key";
 constexpr const char* kPackageLight = "/root/world/lgt/package1/light";
 constexpr int kShift = 0x02000000;
@@ -43,7 +45,7 @@ void printLight(const Scene& scene, const std::string& path, const char* what) {
 }
 
 void placeLights(ViewerStage& stage) {
-    LayerObject& layer = *stage.placementLayer();
+    LayerObject& layer = *stage.viewport().pluginLayer(kPlacementLayer);
     layer.setOption("Enabled", intAttr(1));
     layer.setOption("DefaultDistance", doubleAttr(4.0));
 
@@ -117,11 +119,12 @@ void drawPicture(ViewerStage& stage, const GLContext& gl, const std::string& fil
     const Vec3 centreOfInterest = {world[12] - 4.0 * world[8], world[13] - 4.0 * world[9],
                                    world[14] - 4.0 * world[10]};
     const PickArea pixel = pixelOfPoint(stage.viewport(), centreOfInterest);
-    stage.handlesLayer()->event(mouse("MouseMove", pixel.x, pixel.y, 0, 0, 0));
+    LayerObject& handles = *stage.viewport().pluginLayer(kHandlesLayer);
+    handles.event(mouse("MouseMove", pixel.x, pixel.y, 0, 0, 0));
 
     gl.makeCurrent();
     drawScene(stage.viewport(), stage.scene());
-    stage.handlesLayer()->draw();
+    handles.draw();
     const bool written = gl.readPixels().savePng(file);
     std::printf("\nThe viewport, with the package light's handle hovered: %s\n",
                 written ? file.c_str() : "(no PNG support in this build)");

@@ -11,18 +11,19 @@
 namespace sorrel {
 
 namespace {
-constexpr const char* kComponentRow = "BeamwrightLayerVDC";
-// In the order in which the viewport holds them.
-constexpr const char* kLayerRows[] = {"BeamwrightLayer", "BeamwrightCOIHandlesLayer"};
 
-void* const* suiteOfRow(const PluginLibrary& plugin, const char* name) {
-    const PluginRowView row = plugin.row(name);
+// The kinds of row that a viewer loads, by the kind's name in the row.
+constexpr const char* kComponentKind = "ViewerDelegateComponentPlugin";
+constexpr const char* kLayerKind = "ViewportLayerPlugin";
+
+void* const* suiteOfRow(const PluginRowView& row) {
     if (row.setHost(viewerHostRecord()) != 0) {
-        std::fprintf(stderr, "viewer stage: setHost of %s failed\n", name);
+        std::fprintf(stderr, "viewer stage: setHost of %s failed\n", row.name.c_str());
         std::abort();
     }
     return row.getSuite();
 }
+
 }  // namespace
 
 ViewerStage::ViewerStage(std::int32_t width, std::int32_t height, const Vec3& eye,
@@ -46,9 +47,12 @@ ViewerStage::ViewerStage(std::int32_t width, std::int32_t height, const Vec3& ey
 }
 
 void ViewerStage::loadPlugin(const PluginLibrary& plugin) {
+    const std::vector<PluginRowView> rows = plugin.getPlugins();
     // The host makes a delegate's components before the viewport's layers.
-    delegate_->addComponent(kComponentRow, suiteOfRow(plugin, kComponentRow));
-    for (const char* name : kLayerRows) viewport_->addPluginLayer(name, suiteOfRow(plugin, name));
+    for (const PluginRowView& row : rows)
+        if (row.apiName == kComponentKind) delegate_->addComponent(row.name, suiteOfRow(row));
+    for (const PluginRowView& row : rows)
+        if (row.apiName == kLayerKind) viewport_->addPluginLayer(row.name, suiteOfRow(row));
     viewport_->forEachPluginLayer([](LayerObject& layer) { layer.setup(); });
 }
 

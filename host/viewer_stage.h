@@ -2,21 +2,21 @@
 // A viewer set up as the host runs one: a viewer delegate with its light
 // package commands, one viewport with a camera, the host's "SelectionLayer"
 // and "SnappingLayer" and the manipulator "GLBeamwrightManipulator"; and,
-// when a plugin is given, the plugin's objects loaded into it by their rows:
-// the component "BeamwrightLayerVDC" on the delegate and the layers
-// "BeamwrightLayer" and "BeamwrightCOIHandlesLayer" on the viewport, each
-// set up.
+// when a plugin is given, the plugin's rows loaded into it by their kind: each
+// viewer delegate component on the delegate, then each viewport layer on the
+// viewport in the order of the plugin's table, every layer set up.
 //
-// The handles layer builds GL objects in setup and gives them up in cleanup,
-// so a GL context must be current when a stage with a plugin is made and when
-// it is destroyed.
+// The stage composes the host's rooms: the core, the viewer and the siblings.
+//
+// A layer may build GL objects in setup and give them up in cleanup, so a GL
+// context must be current when a stage with a plugin is made and when it is
+// destroyed.
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "host/core/plugin_objects.h"
 #include "host/siblings/gl_beamwright_manipulator.h"
 #include "host/siblings/selection_layer.h"
 #include "host/siblings/snapping_layer.h"
@@ -35,7 +35,7 @@ public:
     ViewerStage(std::int32_t width, std::int32_t height, const Vec3& eye, const Vec3& target,
                 const PluginLibrary* plugin = nullptr);
     /// Cleans the plugin's objects up and destroys them, layers first, then
-    /// the component; then the viewport and the delegate.
+    /// the components; then the viewport and the delegate.
     ~ViewerStage();
     ViewerStage(const ViewerStage&) = delete;
     ViewerStage& operator=(const ViewerStage&) = delete;
@@ -46,11 +46,6 @@ public:
     SelectionLayer& selectionLayer() { return *selectionLayer_; }
     SnappingLayer& snappingLayer() { return *snappingLayer_; }
     GLBeamwrightManipulator& manipulator() { return *manipulator_; }
-
-    /// The plugin's objects; null without a plugin.
-    LayerObject* placementLayer() { return viewport_->pluginLayer("BeamwrightLayer"); }
-    LayerObject* handlesLayer() { return viewport_->pluginLayer("BeamwrightCOIHandlesLayer"); }
-    ComponentObject* lightComponent() { return delegate_->component("BeamwrightLayerVDC"); }
 
     /// Makes exactly `paths` the selection and tells the components.
     void select(const std::vector<std::string>& paths);

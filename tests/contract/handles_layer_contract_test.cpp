@@ -74,7 +74,8 @@ protected:
         PluginContractTest::TearDown();
     }
 
-    LayerObject& handles() { return *stage->handlesLayer(); }
+    LayerObject& handles() { return *stage->viewport().pluginLayer("BeamwrightCOIHandlesLayer"); }
+    LayerObject& placement() { return *stage->viewport().pluginLayer("BeamwrightLayer"); }
     /// A pixel inside the head of the handle whose tip lies on `centreOfInterest`.
     PickArea headOf(const Vec3& centreOfInterest) const {
         PickArea pixel = pixelOfPoint(stage->viewport(), centreOfInterest);
@@ -109,7 +110,7 @@ TEST_F(HandlesInViewer, LightsOfTheSceneAreDrawnPickedHoveredAndFollowed) {
         << "the layer takes part in picking only by drawing";
 
     // The host sets both layers of the plugin through the placement layer.
-    stage->placementLayer()->setOption("Enabled", intAttr(1));
+    placement().setOption("Enabled", intAttr(1));
     RgbaImage image = drawn();
     EXPECT_EQ(image.at(keyHead.x, keyHead.y), kKeyColour);
     EXPECT_EQ(image.at(fillHead.x, fillHead.y), kFillColour);
@@ -128,8 +129,8 @@ TEST_F(HandlesInViewer, LightsOfTheSceneAreDrawnPickedHoveredAndFollowed) {
     EXPECT_EQ(pickedAt(keyHead), kKey);
 
     // Left out of picking, the light can no longer be hovered by its handle.
-    stage->placementLayer()->setOption("ViewportLayer.ExcludedLocationsPicking",
-                                       AttrRef(AttributeModel::instance().makeStrings({kKey})));
+    placement().setOption("ViewportLayer.ExcludedLocationsPicking",
+                          AttrRef(AttributeModel::instance().makeStrings({kKey})));
     EXPECT_EQ(pickedAt(keyHead), "");
     handles().event(mouseMove(keyHead));
     EXPECT_EQ(stage->viewport().dirtyCount, redraws + 2) << "the hover ends";

@@ -62,7 +62,7 @@ protected:
         stage->delegate().putLocation(kLight, lightAttributes(), translationMatrix(3, 4, 0));
         stage->select({kLight});
 
-        LayerObject& layer = *stage->placementLayer();
+        LayerObject& layer = placement();
         layer.setOption("Enabled", intAttr(1));
         layer.setOption("DefaultDistance", doubleAttr(kDistance));
 
@@ -74,6 +74,7 @@ protected:
         PluginContractTest::TearDown();
     }
 
+    LayerObject& placement() { return *stage->viewport().pluginLayer("BeamwrightLayer"); }
     static AttrRef lightAttributes() {
         return groupAttr({{"type", stringAttr("light")},
                           {"geometry", groupAttr({{"centerOfInterest", doubleAttr(5.0)}})}});
@@ -113,8 +114,8 @@ TEST_F(PlacementInViewer, LeftPressMovesTheSelectedLightByEveryPlacingMode) {
     for (const char* mode : modes) {
         stage->scene().find(kLight)->local = translationMatrix(3, 4, 0);
         const Pose before = worldPose(stage->scene(), kLight);
-        stage->placementLayer()->setOption("Mode", stringAttr(mode));
-        EXPECT_FALSE(stage->placementLayer()->event(press(1, 1, 0))) << mode;
+        placement().setOption("Mode", stringAttr(mode));
+        EXPECT_FALSE(placement().event(press(1, 1, 0))) << mode;
 
         const Pose after = worldPose(stage->scene(), kLight);
         const Pose expected = expectedPose(mode, before);
@@ -124,10 +125,10 @@ TEST_F(PlacementInViewer, LeftPressMovesTheSelectedLightByEveryPlacingMode) {
 }
 
 TEST_F(PlacementInViewer, ShiftPressCreatesAPackageAimedDownOverTheFloor) {
-    stage->placementLayer()->setOption("Mode", stringAttr("Normal"));
-    stage->placementLayer()->setOption("PackageClassName", stringAttr("SpotPackage"));
+    placement().setOption("Mode", stringAttr("Normal"));
+    placement().setOption("PackageClassName", stringAttr("SpotPackage"));
     const std::size_t locationsBefore = stage->scene().locations().size();
-    EXPECT_TRUE(stage->placementLayer()->event(press(1, 1, 0x02000000)));
+    EXPECT_TRUE(placement().event(press(1, 1, 0x02000000)));
     ASSERT_EQ(stage->scene().locations().size(), locationsBefore + 2) << "a package and its light";
 
     const std::string light = "/root/world/lgt/package1/light";
@@ -143,8 +144,8 @@ TEST_F(PlacementInViewer, ShiftPressCreatesAPackageAimedDownOverTheFloor) {
 
 TEST_F(PlacementInViewer, DragOverEmptySpaceLeavesTheLightAlone) {
     stage->scene().meshes().clear();
-    stage->placementLayer()->setOption("Mode", stringAttr("Normal"));
-    EXPECT_FALSE(stage->placementLayer()->event(press(1, 1, 0)));
+    placement().setOption("Mode", stringAttr("Normal"));
+    EXPECT_FALSE(placement().event(press(1, 1, 0)));
     expectNear(worldPose(stage->scene(), kLight).position, {3, 5, 0}, "unmoved");
 }
 
