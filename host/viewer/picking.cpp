@@ -105,7 +105,7 @@ Picking::Picking(Viewport& viewport, const GLContext& context)
     : viewport_(viewport), context_(context) {}
 
 Picking::~Picking() {
-    if (installed_) viewport_.pickHandler = nullptr;
+    if (installed_) viewport_.setPickHandler(nullptr);
     releaseTarget();
 }
 
@@ -152,10 +152,10 @@ std::vector<PickHit> Picking::pickAll(const PickArea& area, const AttrRef& exclu
 }
 
 void Picking::install() {
-    viewport_.pickHandler = [this](const std::string& layerName, std::int32_t x, std::int32_t y,
-                                   std::int32_t w, std::int32_t h, bool, float* depth) {
+    viewport_.setPickHandler([this](const std::string& layerName, std::int32_t x, std::int32_t y,
+                                    std::int32_t w, std::int32_t h, bool, float* depth) {
         return answer(layerName, {x, y, w, h}, depth);
-    };
+    });
     installed_ = true;
 }
 

@@ -117,6 +117,17 @@ void ViewerDelegate::sendUsdSelection(const std::vector<std::string>& paths) {
     for (const auto& slot : components_) slot->object->usdLocationsSelected(paths);
 }
 
+AttrRef ViewerDelegate::locationAttributes(const std::string& path) {
+    ++transformQueries_;
+    const Location* location = scene_.find(path);
+    return location != nullptr ? location->attributes : AttrRef();
+}
+
+std::optional<Matrix> ViewerDelegate::worldTransform(const std::string& path) {
+    ++transformQueries_;
+    return scene_.worldTransform(path);
+}
+
 ObjectTriple ViewerDelegate::triple() {
     record_.object = this;
     return {this, &record_, delegateSuite().data()};

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,9 +68,15 @@ public:
     void sendUsdRemoval(const vrt::Path& path);
     void sendUsdSelection(const std::vector<std::string>& paths);
 
+    // What the plugin asks of a location; each question is counted.
+    /// The location's attributes (a new reference), or null when it is unknown.
+    AttrRef locationAttributes(const std::string& path);
+    /// The location's world transform, or nothing when it is unknown.
+    std::optional<Matrix> worldTransform(const std::string& path);
+    /// Locations' attributes and world transforms asked for so far, for tests.
+    std::uint64_t transformQueries() const { return transformQueries_; }
+
     ObjectTriple triple();
-    /// Counts getWorldTransform and getLocationAttributes calls, for tests.
-    std::uint64_t transformQueries = 0;
 
 private:
     struct ComponentSlot {
@@ -86,6 +93,7 @@ private:
     std::map<std::string, Method> methods_;
     std::set<std::string> excluded_;
     std::vector<std::string> methodCalls_;
+    std::uint64_t transformQueries_ = 0;
     HostObjectRecord record_;
 
     friend struct ViewerTables;

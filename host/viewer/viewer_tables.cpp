@@ -22,12 +22,10 @@ struct ViewerTables {
     static std::uint64_t layerAddPickedAttr(void* layer, void* attribute) {
         return static_cast<Slot*>(layer)->viewport->addPickedAttr(AttrRef::borrow(attribute));
     }
-    static void* layerPick(void* layer, std::int32_t x, std::int32_t y, std::int32_t w,
-                           std::int32_t hgt, std::int32_t flag, float* depth) {
+    static void* layerPick(void* layer, std::int32_t x, std::int32_t y, std::int32_t width,
+                           std::int32_t height, std::int32_t flag, float* depth) {
         const Slot& slot = *static_cast<Slot*>(layer);
-        Viewport& vp = *slot.viewport;
-        if (!vp.pickHandler) return nullptr;
-        return vp.pickHandler(slot.name, x, y, w, hgt, flag != 0, depth).release();
+        return slot.viewport->pick(slot.name, x, y, width, height, flag != 0, depth).release();
     }
 
     // ---- "ViewportHost" 3 ----
@@ -39,7 +37,7 @@ struct ViewerTables {
     }
     static std::int32_t viewportWidth(void* h) { return viewport(h).width; }
     static std::int32_t viewportHeight(void* h) { return viewport(h).height; }
-    static void viewportSetDirty(void* h, std::uint8_t) { ++viewport(h).dirtyCount; }
+    static void viewportSetDirty(void* h, std::uint8_t) { viewport(h).setDirty(); }
     static void viewportLayerByName(void* h, const char* name, void** oh, void** p,
                                     const void** s) {
         ObjectTriple found;
@@ -71,15 +69,10 @@ struct ViewerTables {
 
     // ---- "ViewerDelegateHost" 4 ----
     static void* delegateAttributes(void* h, const char* path, std::uint32_t) {
-        ViewerDelegate& d = delegate(h);
-        ++d.transformQueries;
-        const Location* location = d.scene().find(path);
-        return location != nullptr ? AttrRef(location->attributes).release() : nullptr;
+        return delegate(h).locationAttributes(path).release();
     }
     static void* delegateWorldTransform(void* h, const char* path, std::uint32_t) {
-        ViewerDelegate& d = delegate(h);
-        ++d.transformQueries;
-        const auto world = d.scene().worldTransform(path);
+        const auto world = delegate(h).worldTransform(path);
         if (!world) return nullptr;
         return AttributeModel::instance().makeDoubles({world->begin(), world->end()});
     }

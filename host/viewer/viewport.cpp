@@ -122,6 +122,11 @@ std::uint64_t Viewport::addPickedAttr(const AttrRef& attribute) {
     return id;
 }
 
+AttrRef Viewport::pick(const std::string& layerName, std::int32_t x, std::int32_t y, std::int32_t w,
+                       std::int32_t h, bool flag, float* depth) const {
+    return pickHandler_ ? pickHandler_(layerName, x, y, w, h, flag, depth) : AttrRef();
+}
+
 const AttrRef* Viewport::pickedAttr(std::uint64_t id) const {
     const auto found = picked_.find(id);
     return found != picked_.end() ? &found->second : nullptr;

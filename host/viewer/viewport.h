@@ -62,8 +62,10 @@ public:
     void addManipulator(std::unique_ptr<Manipulator> manipulator);
     Manipulator* manipulator(const std::string& name);
 
+    /// What the host does when the plugin asks for a redraw: counts it.
+    void setDirty() { ++dirtyCount_; }
     /// How often the plugin asked for a redraw.
-    std::uint64_t dirtyCount = 0;
+    std::uint64_t dirtyCount() const { return dirtyCount_; }
 
     // Picking: attributes registered during a picker pass, by identifier.
     std::uint64_t addPickedAttr(const AttrRef& attribute);
@@ -71,11 +73,15 @@ public:
     void clearPickedAttrs() { picked_.clear(); }
     /// Where the next identifiers start; tests reach ids whose colour bytes all differ.
     void setNextPickId(std::uint64_t id) { nextPickId_ = id; }
-    /// Answers a layer's pick request (`layerName` names the asking layer, the
-    /// area is in pixels with y from the top); by default nothing is under the cursor.
-    std::function<AttrRef(const std::string& layerName, std::int32_t x, std::int32_t y,
-                          std::int32_t w, std::int32_t h, bool flag, float* depth)>
-        pickHandler;
+    /// Answers a layer's pick request: `layerName` names the asking layer, the
+    /// area is in pixels with y from the top. A new reference, or null.
+    using PickHandler =
+        std::function<AttrRef(const std::string& layerName, std::int32_t x, std::int32_t y,
+                              std::int32_t w, std::int32_t h, bool flag, float* depth)>;
+    /// Without a handler (null), nothing is under the cursor.
+    void setPickHandler(PickHandler handler) { pickHandler_ = std::move(handler); }
+    AttrRef pick(const std::string& layerName, std::int32_t x, std::int32_t y, std::int32_t w,
+                 std::int32_t h, bool flag, float* depth) const;
 
     ObjectTriple triple();
 
@@ -95,6 +101,8 @@ private:
     std::map<std::string, std::unique_ptr<Manipulator>> manipulators_;
     std::map<std::uint64_t, AttrRef> picked_;
     std::uint64_t nextPickId_ = 1;
+    PickHandler pickHandler_;
+    std::uint64_t dirtyCount_ = 0;
     HostObjectRecord record_;
 
     friend struct ViewerTables;

@@ -117,10 +117,10 @@ TEST_F(HandlesInViewer, LightsOfTheSceneAreDrawnPickedHoveredAndFollowed) {
     EXPECT_EQ(pickedAt(keyHead), kKey);
     EXPECT_EQ(pickedAt(fillHead), kFill);
 
-    const std::uint64_t redraws = stage->viewport().dirtyCount;
+    const std::uint64_t redraws = stage->viewport().dirtyCount();
     EXPECT_FALSE(handles().event(mouseMove(keyHead))) << "the layer never uses an event up";
     EXPECT_FALSE(handles().event(mouseMove(keyHead)));
-    EXPECT_EQ(stage->viewport().dirtyCount, redraws + 1) << "one redraw for the new hover";
+    EXPECT_EQ(stage->viewport().dirtyCount(), redraws + 1) << "one redraw for the new hover";
     EXPECT_EQ(drawn().at(keyHead.x, keyHead.y), kKeyColour) << "a hovered light keeps its colour";
 
     // A selected light has no handle and is picked all the same.
@@ -133,7 +133,7 @@ TEST_F(HandlesInViewer, LightsOfTheSceneAreDrawnPickedHoveredAndFollowed) {
                           AttrRef(AttributeModel::instance().makeStrings({kKey})));
     EXPECT_EQ(pickedAt(keyHead), "");
     handles().event(mouseMove(keyHead));
-    EXPECT_EQ(stage->viewport().dirtyCount, redraws + 2) << "the hover ends";
+    EXPECT_EQ(stage->viewport().dirtyCount(), redraws + 2) << "the hover ends";
 
     // Handles follow the scene: a moved group carries its lights, a removed one takes them.
     stage->delegate().moveLocation("/root/lights", translationMatrix(0, -2, 0));

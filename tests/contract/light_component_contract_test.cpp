@@ -46,7 +46,7 @@ TEST_F(LightComponentContract, RecordsAreKeptBelowAKnownParentAndReleasedWithThe
     const std::int64_t withRoot = references();
     delegate.sendLocation("/root/lgt");
     EXPECT_GT(references(), withRoot) << "the repeat after the parent is kept";
-    EXPECT_EQ(delegate.transformQueries, 2u) << "one world transform for each new location";
+    EXPECT_EQ(delegate.transformQueries(), 2u) << "one world transform for each new location";
     delegate.sendRemoval("/root");
     EXPECT_EQ(references(), idle) << "removing the parent releases both records";
 }

@@ -64,12 +64,12 @@ protected:
     }
     /// Lets the host answer every pick with `path` at depth 0.5.
     void answerPicksWith(const char* path) const {
-        viewport->pickHandler = [path](const std::string&, std::int32_t, std::int32_t, std::int32_t,
-                                       std::int32_t, bool, float* depth) {
+        viewport->setPickHandler([path](const std::string&, std::int32_t, std::int32_t,
+                                        std::int32_t, std::int32_t, bool, float* depth) {
             *depth = 0.5f;
             return sorrel::groupAttr(
                 {{"1", sorrel::groupAttr({{"location", sorrel::stringAttr(path)}})}});
-        };
+        });
     }
 };
 
@@ -120,7 +120,7 @@ TEST_F(HandlesLayerDraw, HoveredLightLiesOnTopOfNearerHandles) {
     moveTo({tip.column + kInsideHead.column, tip.row + kInsideHead.row});
     EXPECT_EQ(handles().getHoveredLocation(),
               Tessera::Sorrel::ViewerAPI::hashOfText("/root/far").words[0]);
-    EXPECT_EQ(viewport->dirtyCount, 2u) << "the scale, then the hover";
+    EXPECT_EQ(viewport->dirtyCount(), 2u) << "the scale, then the hover";
     EXPECT_EQ(headAt(tip), opaque(kGreen));
 }
 
@@ -177,7 +177,7 @@ TEST_F(HandlesLayerDraw, PassesSetTheirGLStateInOrderAndOnlyWhenThereIsSomething
     calls = drawCalls();
     EXPECT_EQ(countCalls(calls, "glClear"), 1) << "a selected light is not drawn, hovered or not";
     EXPECT_EQ(countCalls(calls, "glDrawElements"), 2) << "the other light's stem and head";
-    viewport->pickHandler = nullptr;
+    viewport->setPickHandler(nullptr);
     delegate->removeComponents();
     EXPECT_TRUE(drawCalls().empty()) << "no light component";
 }
@@ -214,7 +214,7 @@ TEST_F(HandlesLayerDraw, CleanupGivesEveryGLObjectUpOnceAndSetupBuildsThemAgain)
     layer->cleanup();
     EXPECT_EQ(deletions(recordGLCalls([this] { viewport->removeLayers(); })), 0)
         << "the destructor after cleanup deletes nothing again";
-    viewport->pickHandler = nullptr;
+    viewport->setPickHandler(nullptr);
 }
 
 TEST_F(HandlesLayerDraw, MissingShaderFilesAreReportedAndDrawingGoesOn) {

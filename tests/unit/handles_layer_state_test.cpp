@@ -59,8 +59,8 @@ protected:
         layer = &viewport->addPluginLayer(kHandlesName, reinterpret_cast<void* const*>(&suite));
         above = static_cast<RecordingLayer*>(
             &viewport->addHostLayer(std::make_unique<RecordingLayer>(kAbove)));
-        viewport->pickHandler = [this](const std::string& name, std::int32_t x, std::int32_t y,
-                                       std::int32_t w, std::int32_t h, bool, float* depth) {
+        viewport->setPickHandler([this](const std::string& name, std::int32_t x, std::int32_t y,
+                                        std::int32_t w, std::int32_t h, bool, float* depth) {
             asked.push_back(name);
             EXPECT_EQ(x, kPointerX);
             EXPECT_EQ(y, kPointerY);
@@ -69,7 +69,7 @@ protected:
             if (found == answers.end()) return AttrRef();
             if (found->second.second) *depth = *found->second.second;
             return found->second.first;
-        };
+        });
     }
     void TearDown() override {
         answers.clear();
@@ -110,7 +110,7 @@ TEST_F(HandlesLayerState, OptionsReadTheirTypesAndOnlyAChangedScaleRedraws) {
     EXPECT_FALSE(handles().isEnabled()) << "only an integer attribute counts";
     layer->setOption("SomethingElse", sorrel::intAttr(1));
     EXPECT_FALSE(handles().isEnabled());
-    EXPECT_EQ(viewport->dirtyCount, 0u) << "neither Enabled nor an unknown option redraws";
+    EXPECT_EQ(viewport->dirtyCount(), 0u) << "neither Enabled nor an unknown option redraws";
 
     // The scale is clamped to [0.01, 10]; what is no double or no number falls back.
     const std::pair<AttrRef, double> scales[] = {
@@ -122,10 +122,11 @@ TEST_F(HandlesLayerState, OptionsReadTheirTypesAndOnlyAChangedScaleRedraws) {
     };
     double previous = handles().getManipulatorScale();
     for (const auto& [value, scale] : scales) {
-        const std::uint64_t redraws = viewport->dirtyCount;
+        const std::uint64_t redraws = viewport->dirtyCount();
         layer->setOption("Manipulator.Scale", value);
         EXPECT_EQ(handles().getManipulatorScale(), scale) << value.describe();
-        EXPECT_EQ(viewport->dirtyCount - redraws, scale != previous ? 1u : 0u) << value.describe();
+        EXPECT_EQ(viewport->dirtyCount() - redraws, scale != previous ? 1u : 0u)
+            << value.describe();
         previous = scale;
     }
 }
@@ -147,7 +148,7 @@ TEST_F(HandlesLayerState, ExcludedLocationsAreHashedAndReplacedWhole) {
         layer->setOption(option, emptying);
         EXPECT_TRUE(excluded().empty()) << emptying.describe();
     }
-    EXPECT_EQ(viewport->dirtyCount, 0u);
+    EXPECT_EQ(viewport->dirtyCount(), 0u);
 }
 
 TEST_F(HandlesLayerState, HoverFollowsPlainMovesAndAsksForARedrawOnlyOnChange) {
@@ -182,10 +183,10 @@ TEST_F(HandlesLayerState, HoverFollowsPlainMovesAndAsksForARedrawOnlyOnChange) {
     };
     for (std::size_t i = 0; i < std::size(steps); ++i) {
         asked.clear();
-        const std::uint64_t redraws = viewport->dirtyCount;
+        const std::uint64_t redraws = viewport->dirtyCount();
         EXPECT_FALSE(layer->event(steps[i].event)) << "never used up, step " << i;
         EXPECT_EQ(handles().getHoveredLocation(), steps[i].hover) << "step " << i;
-        EXPECT_EQ(viewport->dirtyCount - redraws, steps[i].redraws ? 1u : 0u) << "step " << i;
+        EXPECT_EQ(viewport->dirtyCount() - redraws, steps[i].redraws ? 1u : 0u) << "step " << i;
         EXPECT_EQ(!asked.empty(), steps[i].searches) << "step " << i;
     }
 

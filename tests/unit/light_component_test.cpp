@@ -35,11 +35,11 @@ protected:
 TEST_F(LightComponent, ChildBeforeItsParentIsDroppedAndTakenWhenRepeated) {
     delegate.putLocation("/root/lgt", lightAttributes(2.0), translationMatrix(0, 0, 5));
     EXPECT_TRUE(lightPaths().empty());
-    EXPECT_EQ(delegate.transformQueries, 0u) << "nothing stored, nothing asked";
+    EXPECT_EQ(delegate.transformQueries(), 0u) << "nothing stored, nothing asked";
 
     delegate.scene().set("/root", groupAttributes(), translationMatrix(1, 0, 0));
     sendWithoutFlags("/root");
-    EXPECT_EQ(delegate.transformQueries, 1u) << "a first event stores whatever its flags";
+    EXPECT_EQ(delegate.transformQueries(), 1u) << "a first event stores whatever its flags";
     delegate.sendLocation("/root/lgt");
     delegate.putLocation("/root/lgt/child", lightAttributes(1.0));
     delegate.putLocation("/other", lightAttributes(1.0));
@@ -69,9 +69,9 @@ TEST_F(LightComponent, TransformAndAttributeChangesTouchExactlyTheirOwnParts) {
     // The host reports the moved group only; the plugin carries what lies below, and
     // keeps the group's attributes though the event brings others.
     delegate.scene().find("/root/group")->attributes = lightAttributes(5.0);
-    std::uint64_t queries = delegate.transformQueries;
+    std::uint64_t queries = delegate.transformQueries();
     delegate.moveLocation("/root/group", translationMatrix(20, 0, 0));
-    EXPECT_EQ(delegate.transformQueries - queries, 1u + 4u)
+    EXPECT_EQ(delegate.transformQueries() - queries, 1u + 4u)
         << "the moved location, then its subtree";
     EXPECT_EQ(lightAt("/root/group/key")->position.x, 20.0);
     EXPECT_EQ(lightAt("/root/group/sub/fill")->position.x, 20.0);
@@ -80,10 +80,10 @@ TEST_F(LightComponent, TransformAndAttributeChangesTouchExactlyTheirOwnParts) {
     // An attribute change takes the new attributes and asks for no transform, here nor below.
     sorrel::Location& rim = *delegate.scene().find("/root/rim");
     rim.attributes = lightAttributes(7.0);
-    queries = delegate.transformQueries;
+    queries = delegate.transformQueries();
     delegate.sendLocation("/root/group");
     delegate.sendLocation("/root/rim");
-    EXPECT_EQ(delegate.transformQueries, queries);
+    EXPECT_EQ(delegate.transformQueries(), queries);
     EXPECT_EQ(lightAt("/root/rim")->centerOfInterest.z, 4.0 - 7.0);
 
     // A state change takes the attributes as well as the excluded bit, and a light

@@ -104,12 +104,12 @@ TEST_F(PlacementLayer, ModesAreChosenByExactLabelAndMarkTheViewportOnChange) {
 
     layer->setOption("Mode", sorrel::stringAttr("Shadow"));
     layer->setOption("Mode", sorrel::stringAttr("Shadow"));
-    EXPECT_EQ(viewport->dirtyCount, 1u) << "the same mode twice marks once";
+    EXPECT_EQ(viewport->dirtyCount(), 1u) << "the same mode twice marks once";
     EXPECT_TRUE(flagOption("ShadowHandles"));
 
     layer->setOption("Mode", sorrel::stringAttr("normal"));
     EXPECT_EQ(beamwright().placementMode(), BeamwrightLayer::PlacementMode::ModeNone);
-    EXPECT_EQ(viewport->dirtyCount, 2u);
+    EXPECT_EQ(viewport->dirtyCount(), 2u);
     EXPECT_FALSE(flagOption("ShadowHandles"));
 
     layer->setOption("Mode", sorrel::stringAttr("Face - Center - Oriented to Normal"));
@@ -148,7 +148,7 @@ TEST_F(PlacementLayer, EveryLabelSelectsItsModeAndOnlyItsFlags) {
 TEST_F(PlacementLayer, EnabledReachesTheSelectionLayerFirstAndTheHandlesLayerUnchanged) {
     layer->setOption("Enabled", sorrel::intAttr(1));
     layer->setOption("Enabled", sorrel::intAttr(7));
-    EXPECT_EQ(viewport->dirtyCount, 1u);
+    EXPECT_EQ(viewport->dirtyCount(), 1u);
     const auto modes = selection->valuesOf("BeamwrightSelectionMode");
     ASSERT_EQ(modes.size(), 2u);
     EXPECT_EQ(modes[1].intValue(), 1);

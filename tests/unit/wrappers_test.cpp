@@ -94,7 +94,7 @@ TEST_F(Wrappers, LayerReachesItsViewportOnceAndTheViewportItsDelegateOnceAndItsC
     EXPECT_EQ(viewportWrapper->getWidth(), kWidth);
     EXPECT_EQ(viewportWrapper->getHeight(), kHeight);
     viewportWrapper->setDirty(true);
-    EXPECT_EQ(viewport.dirtyCount, 1u);
+    EXPECT_EQ(viewport.dirtyCount(), 1u);
     EXPECT_EQ(viewportWrapper->getViewerDelegate(), viewportWrapper->getViewerDelegate());
     EXPECT_EQ(viewportWrapper->getViewerDelegate()->hostHandle(), &delegate);
 
