@@ -3,6 +3,7 @@
 #include "host/core/attribute_reading.h"
 #include "host/core/option_id_generator.h"
 #include "host/siblings/light_orientation.h"
+#include "host/viewer/vector_attributes.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/world_placement.h"
 

@@ -7,6 +7,7 @@
 #include "host/core/attribute_reading.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/selection.h"
+#include "host/viewer/vector_attributes.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/world_placement.h"
 

@@ -8,14 +8,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
-
-#include "host/viewer/png_writer.h"
+#include <string>
 
 namespace sorrel {
 
 namespace {
-
-constexpr int kChannels = 4;
 
 constexpr EGLint kColourBits = 8;  // each of red, green, blue, alpha
 constexpr EGLint kDepthBits = 24;
@@ -66,15 +63,6 @@ EGLDisplay surfacelessDisplay() {
 }
 
 }  // namespace
-
-std::array<std::uint8_t, 4> RgbaImage::at(int x, int y) const {
-    const std::size_t offset = (static_cast<std::size_t>(y) * width + x) * kChannels;
-    return {pixels[offset], pixels[offset + 1], pixels[offset + 2], pixels[offset + 3]};
-}
-
-bool RgbaImage::savePng(const std::string& path) const {
-    return writePng(path, width, height, pixels.data());
-}
 
 GLContext::GLContext(int width, int height) : width_(width), height_(height) {
     try {
@@ -128,7 +116,7 @@ void GLContext::makeCurrent() const {
 }
 
 RgbaImage GLContext::readPixels() const {
-    const std::size_t rowBytes = static_cast<std::size_t>(width_) * kChannels;
+    const std::size_t rowBytes = static_cast<std::size_t>(width_) * RgbaImage::kChannels;
     RgbaImage image{width_, height_, std::vector<std::uint8_t>(rowBytes * height_)};
     glReadPixels(0, 0, width_, height_, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
     // GL counts rows from the bottom.

@@ -3,24 +3,9 @@
 // 4.5 compatibility profile, and a pbuffer surface with colour and depth.
 // GLEW's entry points are loaded, so the plugin's GL calls work under it.
 
-#include <array>
-#include <cstdint>
-#include <string>
-#include <vector>
+#include "host/viewer/rgba_image.h"
 
 namespace sorrel {
-
-/// RGBA8 pixels, rows from the top of the picture (as viewports count y).
-struct RgbaImage {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> pixels;
-
-    /// Red, green, blue and alpha at column x and row y, y from the top.
-    std::array<std::uint8_t, 4> at(int x, int y) const;
-    /// Writes the picture as PNG; false when that did not work.
-    bool savePng(const std::string& path) const;
-};
 
 class GLContext {
 public:

@@ -9,10 +9,6 @@ namespace sorrel {
 
 namespace {
 
-const SuiteTable& cameraSuite() {
-    static const SuiteTable table("ViewportCameraPlugin");
-    return table;
-}
 const SuiteTable& viewportSuite() {
     static const SuiteTable table("ViewportPlugin");
     return table;
@@ -21,11 +17,6 @@ const SuiteTable& viewportSuite() {
 constexpr double kPi = 3.14159265358979323846;
 
 }  // namespace
-
-ObjectTriple Camera::triple() {
-    record_.object = this;
-    return {this, &record_, cameraSuite().data()};
-}
 
 Viewport::Viewport(ViewerDelegate& delegate, std::int32_t width, std::int32_t height)
     : width(width), height(height), delegate_(delegate) {}

@@ -13,6 +13,7 @@
 #include "host/core/attribute_ref.h"
 #include "host/core/host_object.h"
 #include "host/core/plugin_objects.h"
+#include "host/viewer/camera.h"
 #include "host/viewer/host_layer.h"
 #include "host/viewer/manipulator.h"
 #include "host/viewer/scene.h"
@@ -20,15 +21,6 @@
 namespace sorrel {
 
 class ViewerDelegate;
-
-class Camera : public HostObject {
-public:
-    double origin[3] = {0, 0, 0};
-    ObjectTriple triple();
-
-private:
-    HostObjectRecord record_;
-};
 
 class Viewport : public HostObject {
 public:
