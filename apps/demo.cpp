@@ -127,7 +127,7 @@ void drawPicture(ViewerStage& stage, const GLContext& gl, const std::string& fil
     handles.draw();
     const bool written = gl.readPixels().savePng(file);
     std::printf("\nThe viewport, with the package light's handle hovered: %s\n",
-                written ? file.c_str() : "(no PNG support in this build)");
+                written ? file.c_str() : "(could not be written)");
 }
 
 }  // namespace

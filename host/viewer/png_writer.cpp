@@ -1,15 +1,10 @@
 #include "host/viewer/png_writer.h"
 
-// The host links libpng only where the build found it.
-#if __has_include(<png.h>)
 #include <png.h>
-#define SORREL_HAS_PNG 1
-#endif
 
 namespace sorrel {
 
 bool writePng(const std::string& path, int width, int height, const std::uint8_t* rgbaRowsFromTop) {
-#ifdef SORREL_HAS_PNG
     if (width <= 0 || height <= 0 || rgbaRowsFromTop == nullptr) return false;
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
@@ -21,13 +16,6 @@ bool writePng(const std::string& path, int width, int height, const std::uint8_t
                                                 /* colormap = */ nullptr);
     png_image_free(&image);
     return written != 0;
-#else
-    (void)path;
-    (void)width;
-    (void)height;
-    (void)rgbaRowsFromTop;
-    return false;
-#endif
 }
 
 }  // namespace sorrel

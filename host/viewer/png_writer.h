@@ -9,7 +9,7 @@ namespace sorrel {
 
 /// Writes `width` x `height` pixels of four bytes each (red, green, blue,
 /// alpha), rows from the top, to `path`. False when the file could not be
-/// written, or when the host was built without PNG support.
+/// written.
 bool writePng(const std::string& path, int width, int height, const std::uint8_t* rgbaRowsFromTop);
 
 }  // namespace sorrel
