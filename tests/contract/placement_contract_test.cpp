@@ -107,9 +107,16 @@ protected:
 };
 
 TEST_F(PlacementInViewer, LeftPressMovesTheSelectedLightByEveryPlacingMode) {
-    const char* modes[] = {"Fixed Rotation", "Normal", "Specular", "Reflection", "Shadow",
-                           "Face - Center", "Face - Center - Oriented to Normal", "Object Surface",
-                           "Object Surface - Oriented to Normal", "Object - Center"};
+    const char* modes[] = {"Fixed Rotation",
+                           "Normal",
+                           "Specular",
+                           "Reflection",
+                           "Shadow",
+                           "Face - Center",
+                           "Face - Center - Oriented to Normal",
+                           "Object Surface",
+                           "Object Surface - Oriented to Normal",
+                           "Object - Center"};
     ASSERT_GT(hit.hit.normal.y, 0.99) << "the cursor lies over the floor";
     for (const char* mode : modes) {
         stage->scene().find(kLight)->local = translationMatrix(3, 4, 0);
@@ -136,8 +143,9 @@ TEST_F(PlacementInViewer, ShiftPressCreatesAPackageAimedDownOverTheFloor) {
     const Pose pose = worldPose(stage->scene(), light);
     expectNear(pose.direction, {0, -1, 0}, "the package's light points down");
     expectNear(pose.position, hit.hit.point + Vec3{0, kDistance, 0}, "it stands over the point");
-    EXPECT_EQ(stage->scene().find(light)->attributes.child("geometry.centerOfInterest").doubleValue(),
-              kDistance);
+    EXPECT_EQ(
+        stage->scene().find(light)->attributes.child("geometry.centerOfInterest").doubleValue(),
+        kDistance);
     // The selected light stays where it was: a Shift press sends no placement.
     expectNear(worldPose(stage->scene(), kLight).position, {3, 5, 0}, "the selected light");
 }

@@ -1,6 +1,8 @@
 // BeamwrightLayer against recording siblings: options, the mouse event table,
 // the snapping request and reply, and package commands.
 
+#include "placement/placement_layer.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,7 +12,6 @@
 #include "frame/viewport_layer_suite.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
-#include "placement/placement_layer.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
 
@@ -25,12 +26,13 @@ constexpr int kShift = 0x02000000;
 constexpr int kControl = 0x04000000;
 
 AttrRef mouse(const char* type, int button, int buttons, int modifiers) {
-    return sorrel::groupAttr({{"type", sorrel::stringAttr(type)},
-                              {"data", sorrel::groupAttr({{"x", sorrel::intAttr(10)},
-                                                          {"y", sorrel::intAttr(20)},
-                                                          {"button", sorrel::intAttr(button)},
-                                                          {"buttons", sorrel::intAttr(buttons)},
-                                                          {"modifiers", sorrel::intAttr(modifiers)}})}});
+    return sorrel::groupAttr(
+        {{"type", sorrel::stringAttr(type)},
+         {"data", sorrel::groupAttr({{"x", sorrel::intAttr(10)},
+                                     {"y", sorrel::intAttr(20)},
+                                     {"button", sorrel::intAttr(button)},
+                                     {"buttons", sorrel::intAttr(buttons)},
+                                     {"modifiers", sorrel::intAttr(modifiers)}})}});
 }
 
 AttrRef reply(std::vector<float> point, std::vector<float> normal) {
@@ -44,7 +46,8 @@ protected:
         UnitTest::SetUp();
         viewport = std::make_unique<sorrel::Viewport>(delegate, 640, 480);
         viewport->camera().origin[1] = 10.0;
-        layer = &viewport->addPluginLayer("BeamwrightLayer", reinterpret_cast<void* const*>(&suite));
+        layer =
+            &viewport->addPluginLayer("BeamwrightLayer", reinterpret_cast<void* const*>(&suite));
         selection = addRecordingLayer("SelectionLayer");
         snapping = addRecordingLayer("SnappingLayer");
         handles = addRecordingLayer("BeamwrightCOIHandlesLayer");
@@ -87,7 +90,8 @@ protected:
     }
     bool flagOption(const char* name) const { return layer->getOption(name).intValue() == 1; }
 
-    const ViewportLayerPluginSuite suite = buildViewportLayerSuite(&ViewportLayer::create<BeamwrightLayer>);
+    const ViewportLayerPluginSuite suite =
+        buildViewportLayerSuite(&ViewportLayer::create<BeamwrightLayer>);
     sorrel::ViewerDelegate delegate;
     std::unique_ptr<sorrel::Viewport> viewport;
     sorrel::LayerObject* layer = nullptr;
@@ -257,7 +261,8 @@ TEST_F(PlacementLayer, RequestsAndRepliesFollowTheMode) {
         sorrel::PluginHost::instance().clearRequests();
         layer->event(mouse("MouseButtonPress", 1, 1, 0));
         const auto& tables = sorrel::PluginHost::instance().requests();
-        EXPECT_EQ(std::count(tables.begin(), tables.end(), "ViewportCameraHost 2"), c.readsCamera ? 1 : 0)
+        EXPECT_EQ(std::count(tables.begin(), tables.end(), "ViewportCameraHost 2"),
+                  c.readsCamera ? 1 : 0)
             << c.mode << ": only the aiming modes that mirror the eye read the camera";
         const auto requests = snapping->valuesOf("SnappingLayer.PreparePickOnDemand");
         ASSERT_EQ(requests.size(), 1u) << c.mode;
@@ -276,7 +281,8 @@ TEST_F(PlacementLayer, RequestsAndRepliesFollowTheMode) {
     layer->setOption("Mode", sorrel::stringAttr("Normal"));
     const AttrRef malformed[] = {
         reply({1, 0, 2}, {0, 1, 0, 0}),
-        sorrel::groupAttr({{"point", sorrel::doublesAttr({1, 0, 2})}, {"normal", sorrel::floatsAttr({0, 1, 0})}}),
+        sorrel::groupAttr(
+            {{"point", sorrel::doublesAttr({1, 0, 2})}, {"normal", sorrel::floatsAttr({0, 1, 0})}}),
         sorrel::groupAttr({{"point", sorrel::floatsAttr({1, 0, 2})}}),
         sorrel::stringAttr("not a group"),
     };
@@ -313,8 +319,10 @@ TEST_F(PlacementLayer, ShiftPressCreatesAPackageAimedAlongThePlacement) {
 }
 
 TEST_F(PlacementLayer, CloneMarkerOnlyAtTheStartTakesDistancesFromTheSelection) {
-    delegate.scene().set("/root/world/pkg", sorrel::groupAttr({{"geometry", sorrel::groupAttr(
-        {{"centerOfInterest", sorrel::doubleAttr(12.5)}})}}));
+    delegate.scene().set(
+        "/root/world/pkg",
+        sorrel::groupAttr(
+            {{"geometry", sorrel::groupAttr({{"centerOfInterest", sorrel::doubleAttr(12.5)}})}}));
     delegate.defineMethod("FindPackageLocationPathForCurrentSelection",
                           [](const AttrRef&) { return sorrel::stringAttr("/root/world/pkg"); });
     enableIn("Normal");
