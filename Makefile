@@ -1,5 +1,5 @@
 # The two commands people run: `make demo` and `make test`.
-.PHONY: all deps build demo test test-asan bench clean
+.PHONY: all deps build demo test test-asan check-format bench clean
 
 JOBS ?= $(shell nproc)
 
@@ -22,6 +22,10 @@ test-asan: deps
 	@cmake --preset asan >/dev/null
 	@cmake --build --preset asan -j $(JOBS)
 	@ctest --preset asan -j $(JOBS)
+
+# Every C++ file as clang-format (config at the root) would write it.
+check-format: deps
+	@git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run -Werror
 
 # Each benchmark prints its figures beside a floor measured in the same run.
 bench: build

@@ -1,0 +1,33 @@
+# Fails when a file includes a header from a folder above its own. The plugin's
+# folders stand in layers, each including only those below it:
+#   plugin/  >  placement/, handles/  >  scene/  >  frame/  >  support/
+# and the stand-in host never includes the plugin's headers: it meets the plugin
+# only through the binary contract, so a contract mismatch shows as a failing
+# test instead of compiling away.
+set(forbidden_support  frame scene placement handles plugin host)
+set(forbidden_frame    scene placement handles plugin host)
+set(forbidden_scene    placement handles plugin host)
+set(forbidden_placement handles plugin host)
+set(forbidden_handles  placement plugin host)
+set(forbidden_plugin   host)
+set(forbidden_host     frame scene placement handles support plugin)
+
+set(violations)
+foreach(folder support frame scene placement handles plugin host)
+  file(GLOB_RECURSE sources ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
+  string(JOIN "|" upper ${forbidden_${folder}})
+  foreach(source IN LISTS sources)
+    file(STRINGS ${source} includes REGEX "^[ \t]*#[ \t]*include[ \t]*\"(${upper})/")
+    foreach(line IN LISTS includes)
+      file(RELATIVE_PATH name ${SOURCE_DIR} ${source})
+      string(STRIP "${line}" line)
+      list(APPEND violations "${name}: ${line}")
+    endforeach()
+  endforeach()
+endforeach()
+
+if(violations)
+  string(JOIN "\n  " report ${violations})
+  message(FATAL_ERROR "includes from a folder above:\n  ${report}")
+endif()
+message(STATUS "every include points downwards")
