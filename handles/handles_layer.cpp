@@ -7,6 +7,7 @@
 #include <string>
 
 #include "frame/option_id.h"
+#include "frame/own_plugin_instance.h"
 #include "frame/sample_accessor.h"
 #include "frame/wrappers.h"
 #include "handles/handle_mesh_data.h"
@@ -55,8 +56,8 @@ BeamwrightLayerVDC* BeamwrightCOIHandlesLayer::getDelegateComponent() {
     const std::shared_ptr<ViewerDelegateComponentWrapper> component =
         delegate->getComponent(kComponentName);
     if (!component) return nullptr;
-    return dynamic_cast<BeamwrightLayerVDC*>(
-        static_cast<ViewerDelegateComponent*>(component->getPluginInstance()));
+    // A component of another library under this name is not ours to cast.
+    return ownComponentInstance<BeamwrightLayerVDC>(*component);
 }
 
 // ---- options ----

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "frame/option_id.h"
+#include "frame/own_plugin_instance.h"
 #include "frame/wrappers.h"
 #include "handles/handles_layer.h"
 #include "support/environment_flag.h"
@@ -26,9 +27,8 @@ constexpr float kUILayerDepth = std::numeric_limits<float>::min();
 constexpr float kFarthestDepth = 1.0f;
 
 bool isThisLayer(const ViewportLayerWrapper& layer, const BeamwrightCOIHandlesLayer* self) {
-    // Only a layer of this plugin is a ViewportLayer; others fail the cast cleanly.
-    return dynamic_cast<BeamwrightCOIHandlesLayer*>(
-               static_cast<ViewportLayer*>(layer.getPluginInstance())) == self;
+    // Another library's layer is passed over without touching its object.
+    return ownLayerInstance<BeamwrightCOIHandlesLayer>(layer) == self;
 }
 
 }  // namespace
