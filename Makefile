@@ -9,6 +9,7 @@ deps:
 	@scripts/install-deps
 
 build: deps
+	@[ -f build/build.ninja ] || echo "First build: the plugin, the host, the viewer, tests and benchmarks take a few minutes."
 	@cmake --preset default >/dev/null
 	@cmake --build --preset default -j $(JOBS)
 

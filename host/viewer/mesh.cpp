@@ -86,6 +86,19 @@ Vec3 Mesh::boundsCentre() const {
     return (low + high) * 0.5;
 }
 
+std::vector<std::array<std::uint32_t, 3>> Mesh::triangleCorners() const {
+    std::vector<std::array<std::uint32_t, 3>> corners;
+    corners.reserve(triangles_.size());
+    for (const Triangle& triangle : triangles_) corners.push_back(triangle.corners);
+    return corners;
+}
+
+bool Mesh::setPointNormals(std::vector<Vec3> normals) {
+    if (normals.size() != points_.size()) return false;
+    pointNormals_ = std::move(normals);
+    return true;
+}
+
 Mesh Mesh::plane(double width, double depth, int divisions) {
     Mesh mesh;
     const int n = std::max(divisions, 1);

@@ -4,12 +4,16 @@
 //
 // A face is what the "Face" snapping strategies snap to: one triangle, or the
 // two triangles of a quad, whose centre is the mean of its distinct corners.
+//
+// For the viewport a mesh also has a material and, where its surface is
+// smooth, one shading normal per point; without them it is drawn flat.
 
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
+#include "host/viewer/material.h"
 #include "host/viewer/matrix.h"
 #include "host/viewer/vec3.h"
 
@@ -27,6 +31,7 @@ class Mesh {
 public:
     /// Local to world, row vectors.
     Matrix world = kIdentity;
+    Material material;
 
     std::uint32_t addPoint(const Vec3& p);
     /// One triangle as a face of its own; the front sees a, b, c counter-clockwise.
@@ -39,6 +44,15 @@ public:
     std::optional<MeshHit> intersect(const Vec3& origin, const Vec3& direction) const;
     /// Centre of the world-space box around the mesh's points.
     Vec3 boundsCentre() const;
+
+    /// Points in the mesh's own space.
+    const std::vector<Vec3>& points() const { return points_; }
+    /// The corners of every triangle, in order; each is seen counter-clockwise from its front.
+    std::vector<std::array<std::uint32_t, 3>> triangleCorners() const;
+    /// One unit normal per point (mesh space) for smooth shading, or none for flat shading.
+    const std::vector<Vec3>& pointNormals() const { return pointNormals_; }
+    /// False, and nothing changed, unless there is one normal for each point.
+    bool setPointNormals(std::vector<Vec3> normals);
 
     /// A `width` x `depth` plane in the XZ plane, centred at the origin and
     /// facing +Y, cut into `divisions` x `divisions` quads.
@@ -57,6 +71,7 @@ private:
     Vec3 faceCentre(std::uint32_t face, const std::vector<Vec3>& placed) const;
 
     std::vector<Vec3> points_;
+    std::vector<Vec3> pointNormals_;
     std::vector<Triangle> triangles_;
     std::uint32_t faceCount_ = 0;
 };

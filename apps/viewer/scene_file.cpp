@@ -1,0 +1,340 @@
+#include "apps/viewer/scene_file.h"
+
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "apps/viewer/json_node.h"
+#include "apps/viewer/obj_mesh.h"
+#include "apps/viewer/placement_modes.h"
+#include "host/siblings/light_orientation.h"
+#include "host/viewer/primitive_meshes.h"
+#include "host/viewer/scene.h"
+
+namespace viewer {
+
+using nlohmann::json;
+using sorrel::Mesh;
+
+namespace {
+
+constexpr double kMaxFovDegrees = 170.0;
+constexpr double kMaxConeDegrees = 179.0;
+constexpr int kMaxViewportPixels = 8192;
+/// The locations above every light location, made by the viewer itself.
+const std::vector<std::string> kStandardGroups = {"/root", "/root/world", kLightsRoot};
+
+Matrix scaling(const Vec3& s) {
+    Matrix m = sorrel::kIdentity;
+    m[0] = s.x, m[5] = s.y, m[10] = s.z;
+    return m;
+}
+
+/// "translate", "rotate" (degrees about x, then y, then z) and "scale" (one
+/// number or three), applied scale first and translation last.
+Matrix readTransform(const JsonNode& node) {
+    node.expectKeys({"translate", "rotate", "scale"});
+    Vec3 scale{1.0, 1.0, 1.0};
+    if (const auto s = node.find("scale")) {
+        const double uniform = s->isNumber() ? s->positive() : 0.0;
+        scale = s->isNumber() ? Vec3{uniform, uniform, uniform} : s->vec3();
+    }
+    const Vec3 rotate = node.has("rotate") ? node["rotate"].vec3() : Vec3{};
+    const Vec3 translate = node.has("translate") ? node["translate"].vec3() : Vec3{};
+    Matrix m = sorrel::multiplyMatrices(scaling(scale), sorrel::rotationFromEulerDegrees(rotate));
+    sorrel::setMatrixRow(m, sorrel::kTranslationRow, translate);
+    return m;
+}
+
+CameraDescription readCamera(const JsonNode& node) {
+    node.expectKeys({"eye", "target", "fov", "width", "height"});
+    CameraDescription camera;
+    if (const auto eye = node.find("eye")) camera.eye = eye->vec3();
+    if (const auto target = node.find("target")) camera.target = target->vec3();
+    if (sorrel::length(camera.target - camera.eye) == 0.0)
+        node.fail("the eye and the target are the same point");
+    if (const auto fov = node.find("fov")) {
+        camera.fovDegrees = fov->positive();
+        if (camera.fovDegrees > kMaxFovDegrees)
+            fov->fail("expected at most " + std::to_string(int(kMaxFovDegrees)) + " degrees");
+    }
+    for (const auto& [key, size] :
+         {std::pair{"width", &camera.width}, {"height", &camera.height}}) {
+        if (const auto pixels = node.find(key)) {
+            *size = pixels->integer();
+            if (*size < 1 || *size > kMaxViewportPixels)
+                pixels->fail("expected 1 to " + std::to_string(kMaxViewportPixels) + " pixels");
+        }
+    }
+    return camera;
+}
+
+sorrel::Material readMaterial(const JsonNode& node) {
+    node.expectKeys({"color", "roughness", "shininess", "specular"});
+    sorrel::Material material;
+    if (const auto color = node.find("color")) material.color = color->vec3();
+    if (node.has("roughness") && node.has("shininess"))
+        node.fail("give either 'roughness' or 'shininess', not both");
+    if (const auto roughness = node.find("roughness"))
+        material.shininess = sorrel::shininessOfRoughness(roughness->number());
+    if (const auto shininess = node.find("shininess")) material.shininess = shininess->positive();
+    if (const auto specular = node.find("specular")) material.specular = specular->number();
+    return material;
+}
+
+Mesh readShape(const JsonNode& node, const std::string& shape) {
+    const auto number = [&node](const char* key, double fallback) {
+        return node.has(key) ? node[key].positive() : fallback;
+    };
+    if (shape == "plane") {
+        node.expectKeys({"name", "shape", "size", "divisions", "transform", "material"});
+        Vec3 size{10.0, 0.0, 10.0};
+        if (const auto s = node.find("size")) {
+            const std::vector<JsonNode> sides = s->elements();
+            if (sides.size() != 2) s->fail("expected [width, depth]");
+            size = {sides[0].positive(), 0.0, sides[1].positive()};
+        }
+        const int divisions = node.has("divisions") ? node["divisions"].integer() : 1;
+        return Mesh::plane(size.x, size.z, divisions);
+    }
+    if (shape == "box") {
+        node.expectKeys({"name", "shape", "size", "transform", "material"});
+        const Vec3 size = node.has("size") ? node["size"].vec3() : Vec3{1.0, 1.0, 1.0};
+        if (!(size.x > 0 && size.y > 0 && size.z > 0))
+            node["size"].fail("expected sides greater than 0");
+        return Mesh::box(size);
+    }
+    if (shape == "sphere") {
+        node.expectKeys({"name", "shape", "radius", "transform", "material"});
+        return sorrel::sphereMesh(number("radius", 1.0));
+    }
+    if (shape == "cylinder") {
+        node.expectKeys({"name", "shape", "radius", "height", "transform", "material"});
+        return sorrel::cylinderMesh(number("radius", 0.5), number("height", 1.0));
+    }
+    if (shape == "torus") {
+        node.expectKeys({"name", "shape", "majorRadius", "minorRadius", "transform", "material"});
+        return sorrel::torusMesh(number("majorRadius", 1.0), number("minorRadius", 0.3));
+    }
+    node["shape"].fail("unknown shape '" + shape +
+                       "' (known: plane, box, sphere, cylinder, torus)");
+}
+
+MeshDescription readMesh(const JsonNode& node, const std::string& folder) {
+    MeshDescription description;
+    description.name = node["name"].text();
+    if (node.has("shape") == node.has("file")) node.fail("give either 'shape' or 'file'");
+    if (const auto file = node.find("file")) {
+        node.expectKeys({"name", "file", "transform", "material"});
+        const std::string name = file->text();
+        const std::string path = !name.empty() && name.front() == '/' ? name : folder + "/" + name;
+        if (!std::ifstream(path)) file->fail("no mesh file '" + path + "'");
+        try {
+            description.mesh = loadObjMesh(path);
+        } catch (const std::runtime_error& error) {
+            file->fail("'" + path + "': " + error.what());
+        }
+    } else {
+        description.mesh = readShape(node, node["shape"].text());
+    }
+    if (const auto transform = node.find("transform"))
+        description.mesh.world = readTransform(*transform);
+    if (const auto material = node.find("material"))
+        description.mesh.material = readMaterial(*material);
+    return description;
+}
+
+/// A light's place: "transform", or "position" with an optional "aim" point,
+/// both in its parent's space. The aim also gives the centre of interest.
+void readLightPlacement(const JsonNode& node, LightDescription& light) {
+    if (node.has("transform") && (node.has("position") || node.has("aim")))
+        node.fail("give either 'transform' or 'position' and 'aim', not both");
+    if (const auto transform = node.find("transform")) {
+        light.local = readTransform(*transform);
+        return;
+    }
+    if (node.has("aim") && !node.has("position")) node.fail("an 'aim' needs a 'position'");
+    if (!node.has("position")) return;
+    const Vec3 position = node["position"].vec3();
+    if (const auto aim = node.find("aim")) {
+        const Vec3 towards = aim->vec3() - position;
+        const auto orientation = sorrel::orientationAlong(towards);
+        if (!orientation) aim->fail("the aim is the light's own position");
+        light.local = *orientation;
+        light.centerOfInterest = sorrel::length(towards);
+    }
+    sorrel::setMatrixRow(light.local, sorrel::kTranslationRow, position);
+}
+
+LightDescription readLight(const JsonNode& node) {
+    node.expectKeys({"path", "transform", "position", "aim", "centerOfInterest", "color",
+                     "intensity", "cone", "shadows"});
+    LightDescription light;
+    light.path = node["path"].text();
+    readLightPlacement(node, light);
+    if (const auto distance = node.find("centerOfInterest"))
+        light.centerOfInterest = distance->positive();
+    sorrel::LightProperties& properties = light.properties;
+    if (const auto color = node.find("color")) properties.color = color->vec3();
+    if (const auto intensity = node.find("intensity")) properties.intensity = intensity->number();
+    if (const auto cone = node.find("cone")) {
+        cone->expectKeys({"angle", "falloff"});
+        if (const auto angle = cone->find("angle")) properties.coneAngle = angle->positive();
+        if (properties.coneAngle > kMaxConeDegrees)
+            (*cone)["angle"].fail("expected less than 180 degrees");
+        if (const auto falloff = cone->find("falloff")) properties.coneFalloff = falloff->number();
+    }
+    if (const auto shadows = node.find("shadows")) properties.shadows = shadows->boolean();
+    return light;
+}
+
+/// A location path: absolute, without an empty or trailing step.
+void checkPath(const JsonNode& node, const std::string& path) {
+    if (path.size() < 2 || path.front() != '/' || path.back() == '/' ||
+        path.find("//") != std::string::npos)
+        node.fail("'" + path + "' is no location path (such as /root/world/lgt/key)");
+}
+
+void readLocations(const JsonNode& root, SceneDescription& scene) {
+    std::set<std::string> known(kStandardGroups.begin(), kStandardGroups.end());
+    const std::string lightsPrefix = std::string(kLightsRoot) + "/";
+    const auto add = [&](const JsonNode& node, const std::string& path) {
+        const JsonNode where = node["path"];
+        checkPath(where, path);
+        if (path.compare(0, lightsPrefix.size(), lightsPrefix) != 0)
+            where.fail("'" + path + "' does not lie below " + kLightsRoot);
+        if (known.count(path) != 0) where.fail("'" + path + "' is given twice");
+        if (known.count(sorrel::parentOf(path)) == 0)
+            where.fail("the parent of '" + path + "' is missing (add it to \"groups\" first)");
+        known.insert(path);
+    };
+    if (const auto groups = root.find("groups")) {
+        for (const JsonNode& node : groups->elements()) {
+            node.expectKeys({"path", "transform"});
+            GroupDescription group{node["path"].text()};
+            add(node, group.path);
+            if (const auto transform = node.find("transform"))
+                group.local = readTransform(*transform);
+            scene.groups.push_back(group);
+        }
+    }
+    if (const auto lights = root.find("lights")) {
+        for (const JsonNode& node : lights->elements()) {
+            scene.lights.push_back(readLight(node));
+            add(node, scene.lights.back().path);
+        }
+    }
+    if (const auto lights = root.find("usdLights")) {
+        std::set<std::string> prims;
+        for (const JsonNode& node : lights->elements()) {
+            scene.usdLights.push_back(readLight(node));
+            const std::string& path = scene.usdLights.back().path;
+            checkPath(node["path"], path);
+            if (!prims.insert(path).second) node["path"].fail("'" + path + "' is given twice");
+        }
+    }
+    if (const auto selection = root.find("selection")) {
+        scene.selection = selection->texts();
+        const std::vector<JsonNode> items = selection->elements();
+        for (std::size_t i = 0; i < items.size(); ++i)
+            if (known.count(scene.selection[i]) == 0)
+                items[i].fail("no light or group '" + scene.selection[i] + "'");
+    }
+}
+
+OptionValue readOption(const JsonNode& node, const std::string& name) {
+    if (name == "Enabled") return node.boolean() ? 1 : 0;
+    if (name == "Mode") {
+        const std::string label = node.text();
+        if (!isModeLabel(label)) node.fail("unknown mode '" + label + "'");
+        return label;
+    }
+    if (name == "DefaultDistance" || name == "DefaultShadowFallDistance") return node.positive();
+    if (name == "Manipulator.Scale") return node.positive();
+    if (name == "PackageClassName" || name == "MarquetteNodeName") return node.text();
+    if (name == "ViewportLayer.ExcludedLocationsPicking") return node.texts();
+    node.fail("unknown option '" + name +
+              "' (known: Enabled, Mode, DefaultDistance, DefaultShadowFallDistance, "
+              "Manipulator.Scale, PackageClassName, MarquetteNodeName, "
+              "ViewportLayer.ExcludedLocationsPicking)");
+}
+
+TourDescription readTour(const JsonNode& node) {
+    node.expectKeys({"light", "press", "drag", "pressByMode", "hover", "package"});
+    TourDescription tour;
+    if (const auto light = node.find("light")) tour.light = light->text();
+    if (const auto hover = node.find("hover")) tour.hover = hover->text();
+    if (const auto press = node.find("press")) tour.press = press->pixel();
+    if (const auto drag = node.find("drag")) tour.drag = drag->pixel();
+    if (const auto package = node.find("package")) tour.package = package->pixel();
+    if (const auto byMode = node.find("pressByMode")) {
+        for (const auto& [label, pixel] : byMode->members()) {
+            if (!isModeLabel(label)) pixel.fail("unknown mode '" + label + "'");
+            tour.pressByMode[label] = pixel.pixel();
+        }
+    }
+    return tour;
+}
+
+/// The 1-based line and column of a byte offset into `text`.
+std::string lineAndColumn(const std::string& text, std::size_t offset) {
+    std::size_t line = 1, column = 1;
+    for (std::size_t i = 0; i < offset && i < text.size(); ++i) {
+        if (text[i] == '\n') ++line, column = 0;
+        ++column;
+    }
+    return std::to_string(line) + ":" + std::to_string(column);
+}
+
+/// The parser's message without its code and position, which we give ourselves.
+std::string parserComplaint(const std::string& message) {
+    const std::size_t colon = message.find(": ");
+    return colon == std::string::npos ? message : message.substr(colon + 2);
+}
+
+}  // namespace
+
+SceneDescription parseScene(const std::string& text, const std::string& file,
+                            const std::string& folder) {
+    json document;
+    try {
+        document = json::parse(text);
+    } catch (const json::parse_error& error) {
+        throw SceneFileError(file + ":" +
+                             lineAndColumn(text, error.byte == 0 ? 0 : error.byte - 1) + ": " +
+                             parserComplaint(error.what()));
+    }
+    const JsonNode root(document, file, "");
+    root.expectKeys(
+        {"camera", "meshes", "groups", "lights", "usdLights", "selection", "options", "tour"});
+
+    SceneDescription scene;
+    scene.file = file;
+    if (const auto camera = root.find("camera")) scene.camera = readCamera(*camera);
+    if (const auto meshes = root.find("meshes")) {
+        std::set<std::string> names;
+        for (const JsonNode& node : meshes->elements()) {
+            scene.meshes.push_back(readMesh(node, folder));
+            if (!names.insert(scene.meshes.back().name).second)
+                node["name"].fail("'" + scene.meshes.back().name + "' is given twice");
+        }
+    }
+    readLocations(root, scene);
+    if (const auto options = root.find("options"))
+        for (const auto& [name, value] : options->members())
+            scene.options.emplace_back(name, readOption(value, name));
+    if (const auto tour = root.find("tour")) scene.tour = readTour(*tour);
+    return scene;
+}
+
+SceneDescription loadSceneFile(const std::string& path) {
+    std::ifstream stream(path);
+    if (!stream) throw SceneFileError(path + ": no such file, or it cannot be read");
+    std::ostringstream text;
+    text << stream.rdbuf();
+    const std::size_t slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash);
+    return parseScene(text.str(), path, folder);
+}
+
+}  // namespace viewer
