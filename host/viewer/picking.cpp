@@ -68,6 +68,32 @@ std::map<std::uint64_t, float> readIds(const PickArea& area, std::int32_t viewpo
     return nearest;
 }
 
+/// What a picker pass changes, given back when the pass ends, also when a
+/// layer throws through it: the GL state, the framebuffer bindings, and the
+/// viewport's ids, which live for one pass so that an earlier pass's cannot match.
+class PassState {
+public:
+    explicit PassState(Viewport& viewport) : viewport_(viewport) {
+        glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &previousDraw_);
+        glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &previousRead_);
+        glPushAttrib(kPassAttributes);
+        viewport_.clearPickedAttrs();
+    }
+    ~PassState() {
+        viewport_.clearPickedAttrs();
+        glPopAttrib();
+        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(previousDraw_));
+        glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(previousRead_));
+    }
+    PassState(const PassState&) = delete;
+    PassState& operator=(const PassState&) = delete;
+
+private:
+    Viewport& viewport_;
+    GLint previousDraw_ = 0;
+    GLint previousRead_ = 0;
+};
+
 }  // namespace
 
 std::array<std::uint8_t, 4> pickColourOf(std::uint64_t id) {
@@ -118,16 +144,10 @@ std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<Layer
 
     context_.makeCurrent();
     prepareTarget();
-    GLint previousDraw = 0;
-    GLint previousRead = 0;
-    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &previousDraw);
-    glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &previousRead);
-    glPushAttrib(kPassAttributes);
+    const PassState restored(viewport_);
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
     prepareState(width, height);
 
-    // Ids live for one pass: those of an earlier pass must not match.
-    viewport_.clearPickedAttrs();
     for (LayerObject* layer : layers)
         layer->pickerDraw(area.x, area.y, area.width, area.height, excluded);
 
@@ -137,11 +157,6 @@ std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<Layer
         if (const AttrRef* attribute = viewport_.pickedAttr(id))
             hits.push_back({id, *attribute, depth});
     }
-    viewport_.clearPickedAttrs();
-
-    glPopAttrib();
-    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, static_cast<GLuint>(previousDraw));
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, static_cast<GLuint>(previousRead));
     return hits;
 }
 
