@@ -15,11 +15,14 @@ int fetchHostSuite(PluginHost* host, const char* name, unsigned int version, voi
 
 namespace {
 
+/// Fetches a shared table into `held`. A table the host refuses leaves what
+/// was held: a wrapper's first construction runs the chain without anyone
+/// hearing its status, and must not take a working table away from the plugin.
 template <typename Suite>
-int fetchInto(PluginHost* host, const char* name, unsigned int version, const Suite*& out) {
+int refetch(PluginHost* host, const char* name, unsigned int version, Suite*& held) {
     void* suite = nullptr;
     const int status = fetchHostSuite(host, name, version, &suite);
-    out = static_cast<const Suite*>(suite);
+    if (suite != nullptr) held = static_cast<Suite*>(suite);
     return status;
 }
 
@@ -29,19 +32,18 @@ int runSetHostChain(PluginHost*& classHost, PluginHost* host) {
     classHost = host;
     HostSuiteRegistry& suites = hostSuiteRegistry();
 
-    if (const int status = fetchHostSuite(host, "PluginManager", 1, &suites.pluginManager))
-        return status;
+    if (const int status = refetch(host, "PluginManager", 1, suites.pluginManager)) return status;
 
     // A host without an identifier generator is not refused here.
-    fetchInto(host, "OptionIdGeneratorHost", 1, suites.optionIdGenerator);
+    refetch(host, "OptionIdGeneratorHost", 1, suites.optionIdGenerator);
     suites.optionIdGeneratorHost = host;
 
-    fetchHostSuite(host, "Logging", 1, &suites.logging);
-    const int secondLogging = fetchHostSuite(host, "Logging", 1, &suites.loggingAgain);
-    if (suites.logging == nullptr || secondLogging != kStatusOk) return kStatusFailed;
+    const int firstLogging = refetch(host, "Logging", 1, suites.logging);
+    const int secondLogging = refetch(host, "Logging", 1, suites.loggingAgain);
+    if (firstLogging != kStatusOk || secondLogging != kStatusOk) return kStatusFailed;
 
-    if (const int status = fetchInto(host, "AttributeHost", 5, suites.groupBuilder)) return status;
-    return fetchInto(host, "AttributeHost", 5, suites.attributes);
+    if (const int status = refetch(host, "AttributeHost", 5, suites.groupBuilder)) return status;
+    return refetch(host, "AttributeHost", 5, suites.attributes);
 }
 
 void adoptHostOnce(PluginHost*& classHost, PluginHost* host) {

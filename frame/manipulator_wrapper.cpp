@@ -5,11 +5,12 @@
 namespace Tessera::Sorrel::ViewerAPI {
 
 std::shared_ptr<ManipulatorHandleWrapper> ManipulatorWrapper::getHandle(std::uint32_t index) const {
-    return lookUp<ManipulatorHandleWrapper>(pluginHost, hostSuite_->getHandle, hostHandle_, index);
+    return lookUp<ManipulatorHandleWrapper>(pluginHost, hostSuite_, &HostSuite::getHandle,
+                                            hostHandle_, index);
 }
 
 std::uint32_t ManipulatorWrapper::getNumberOfHandles() const {
-    return hostSuite_->getNumberOfHandles(hostHandle_);
+    return askHost(&HostSuite::getNumberOfHandles, std::uint32_t{0});
 }
 
 }  // namespace Tessera::Sorrel::ViewerAPI

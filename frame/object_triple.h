@@ -20,21 +20,27 @@ struct ObjectTriple {
     }
 };
 
-/// Asks a host function with three outs; the wrapper only when all three are set.
-template <typename Wrapper, typename Lookup, typename... Args>
-std::shared_ptr<Wrapper> lookUp(PluginHost* creatorHost, Lookup lookup, void* hostHandle,
-                                Args... args) {
+/// Asks the function at `lookup` of a host table with three outs; the wrapper
+/// only when all three are set. Without the table nothing is found.
+template <typename Wrapper, typename Suite, typename Lookup, typename... Args>
+std::shared_ptr<Wrapper> lookUp(PluginHost* creatorHost, const Suite* suite, Lookup Suite::*lookup,
+                                void* hostHandle, Args... args) {
+    if (suite == nullptr) return {};
     ObjectTriple triple;
-    lookup(hostHandle, args..., &triple.hostHandle, &triple.pluginHandle, &triple.pluginSuite);
+    (suite->*lookup)(hostHandle, args..., &triple.hostHandle, &triple.pluginHandle,
+                     &triple.pluginSuite);
     if (!triple.complete()) return {};
     return std::make_shared<Wrapper>(creatorHost, triple);
 }
 
-/// Asks a host function with three outs and wraps whatever it answered.
-template <typename Wrapper, typename Ask>
-std::shared_ptr<Wrapper> askAndWrap(PluginHost* creatorHost, Ask ask, void* hostHandle) {
+/// Asks the function at `ask` of a host table with three outs and wraps
+/// whatever it answered; without the table, three nulls.
+template <typename Wrapper, typename Suite, typename Ask>
+std::shared_ptr<Wrapper> askAndWrap(PluginHost* creatorHost, const Suite* suite, Ask Suite::*ask,
+                                    void* hostHandle) {
     ObjectTriple triple;
-    ask(hostHandle, &triple.hostHandle, &triple.pluginHandle, &triple.pluginSuite);
+    if (suite != nullptr)
+        (suite->*ask)(hostHandle, &triple.hostHandle, &triple.pluginHandle, &triple.pluginSuite);
     return std::make_shared<Wrapper>(creatorHost, triple);
 }
 

@@ -37,6 +37,14 @@ protected:
         hostSuite_ = fetchObjectSuite<HostSuite>(pluginHost, kHostSuiteName, kHostSuiteVersion);
     }
 
+    /// Calls the function at `entry` of the kind's host table. Without the
+    /// table, which a host may refuse, the object answers `otherwise`, as an
+    /// object the host knows nothing of.
+    template <typename Result, typename Entry, typename... Args>
+    Result askHost(Entry HostSuite::*entry, Result otherwise, Args... args) const {
+        return hostSuite_ != nullptr ? (hostSuite_->*entry)(hostHandle_, args...) : otherwise;
+    }
+
     const HostSuite* hostSuite_ = nullptr;
     void* hostHandle_ = nullptr;
 };

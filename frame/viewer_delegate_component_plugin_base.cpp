@@ -8,7 +8,7 @@ namespace Tessera::Sorrel::ViewerAPI {
 std::shared_ptr<ViewerDelegateWrapper> ViewerDelegateComponentPluginBase::getViewerDelegate() {
     if (!viewerDelegate_)
         viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
-            pluginHost, hostSuite_->getViewerDelegate, hostHandle_);
+            pluginHost, hostSuite_, &HostSuite::getViewerDelegate, hostHandle_);
     return viewerDelegate_;
 }
 

@@ -7,14 +7,14 @@ namespace Tessera::Sorrel::ViewerAPI {
 
 GroupAttribute ViewerDelegateWrapper::getLocationAttributes(const std::string& path,
                                                             std::uint32_t flag) const {
-    return GroupAttribute(
-        Attribute::adopt(hostSuite_->getLocationAttributes(hostHandle_, path.c_str(), flag)));
+    return GroupAttribute(Attribute::adopt(
+        askHost(&HostSuite::getLocationAttributes, AttributeHandle{nullptr}, path.c_str(), flag)));
 }
 
 lqm::Mat4<double> ViewerDelegateWrapper::getWorldTransform(const std::string& path,
                                                            std::uint32_t flag) const {
-    const DoubleAttribute transform(
-        Attribute::adopt(hostSuite_->getWorldTransform(hostHandle_, path.c_str(), flag)));
+    const DoubleAttribute transform(Attribute::adopt(
+        askHost(&HostSuite::getWorldTransform, AttributeHandle{nullptr}, path.c_str(), flag)));
     if (!transform.isValid()) return lqm::Mat4<double>();
     const SampleAccessor<double> samples(transform, kTimeZero);
     // The host is relied on to give sixteen values.
@@ -22,13 +22,14 @@ lqm::Mat4<double> ViewerDelegateWrapper::getWorldTransform(const std::string& pa
 }
 
 Attribute ViewerDelegateWrapper::callMethod(const std::string& name, Attribute argument) const {
-    return Attribute::adopt(hostSuite_->callMethod(hostHandle_, name.c_str(), argument.handle()));
+    return Attribute::adopt(
+        askHost(&HostSuite::callMethod, AttributeHandle{nullptr}, name.c_str(), argument.handle()));
 }
 
 std::shared_ptr<ViewerDelegateComponentWrapper> ViewerDelegateWrapper::getComponent(
     const std::string& name) const {
-    return lookUp<ViewerDelegateComponentWrapper>(pluginHost, hostSuite_->getComponent, hostHandle_,
-                                                  name.c_str());
+    return lookUp<ViewerDelegateComponentWrapper>(pluginHost, hostSuite_, &HostSuite::getComponent,
+                                                  hostHandle_, name.c_str());
 }
 
 }  // namespace Tessera::Sorrel::ViewerAPI

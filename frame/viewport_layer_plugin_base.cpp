@@ -8,19 +8,21 @@ namespace Tessera::Sorrel::ViewerAPI {
 
 std::shared_ptr<ViewportWrapper> ViewportLayerPluginBase::getViewport() {
     if (!viewport_)
-        viewport_ = askAndWrap<ViewportWrapper>(pluginHost, hostSuite_->getViewport, hostHandle_);
+        viewport_ = askAndWrap<ViewportWrapper>(pluginHost, hostSuite_, &HostSuite::getViewport,
+                                                hostHandle_);
     return viewport_;
 }
 
 std::uint64_t ViewportLayerPluginBase::addPickedAttr(const Attribute& attribute) const {
-    return hostSuite_->addPickedAttr(hostHandle_, attribute.handle());
+    return askHost(&HostSuite::addPickedAttr, std::uint64_t{0}, attribute.handle());
 }
 
 bool ViewportLayerPluginBase::pick(std::int32_t x, std::int32_t y, std::int32_t width,
                                    std::int32_t height, bool flag, PickedAttrsMap& picked,
                                    float* depth) const {
-    picked.fill(GroupAttribute(
-        Attribute::adopt(hostSuite_->pick(hostHandle_, x, y, width, height, flag ? 1 : 0, depth))));
+    const AttributeHandle answer = askHost(&HostSuite::pick, AttributeHandle{nullptr}, x, y, width,
+                                           height, std::int32_t{flag ? 1 : 0}, depth);
+    picked.fill(GroupAttribute(Attribute::adopt(answer)));
     return true;
 }
 

@@ -16,36 +16,37 @@ lqm::Mat4<double> matrixOrIdentity(const double* values) {
 std::shared_ptr<ViewerDelegateWrapper> ViewportWrapper::getViewerDelegate() {
     if (!viewerDelegate_)
         viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
-            pluginHost, hostSuite_->getViewerDelegate, hostHandle_);
+            pluginHost, hostSuite_, &HostSuite::getViewerDelegate, hostHandle_);
     return viewerDelegate_;
 }
 
 std::shared_ptr<ViewportCameraWrapper> ViewportWrapper::getActiveCamera() const {
-    return askAndWrap<ViewportCameraWrapper>(pluginHost, hostSuite_->getActiveCamera, hostHandle_);
+    return askAndWrap<ViewportCameraWrapper>(pluginHost, hostSuite_, &HostSuite::getActiveCamera,
+                                             hostHandle_);
 }
 
-std::int32_t ViewportWrapper::getWidth() const { return hostSuite_->getWidth(hostHandle_); }
-std::int32_t ViewportWrapper::getHeight() const { return hostSuite_->getHeight(hostHandle_); }
+std::int32_t ViewportWrapper::getWidth() const { return askHost(&HostSuite::getWidth, 0); }
+std::int32_t ViewportWrapper::getHeight() const { return askHost(&HostSuite::getHeight, 0); }
 void ViewportWrapper::setDirty(bool dirty) const {
-    hostSuite_->setDirty(hostHandle_, dirty ? 1 : 0);
+    if (hostSuite_ != nullptr) hostSuite_->setDirty(hostHandle_, dirty ? 1 : 0);
 }
 
 std::shared_ptr<ViewportLayerWrapper> ViewportWrapper::getLayer(const std::string& name) const {
-    return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_->getLayerByName, hostHandle_,
-                                        name.c_str());
+    return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_, &HostSuite::getLayerByName,
+                                        hostHandle_, name.c_str());
 }
 
 std::shared_ptr<ViewportLayerWrapper> ViewportWrapper::getLayer(std::uint32_t index) const {
-    return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_->getLayerByIndex, hostHandle_,
-                                        index);
+    return lookUp<ViewportLayerWrapper>(pluginHost, hostSuite_, &HostSuite::getLayerByIndex,
+                                        hostHandle_, index);
 }
 
 std::uint32_t ViewportWrapper::getNumberOfLayers() const {
-    return hostSuite_->getNumberOfLayers(hostHandle_);
+    return askHost(&HostSuite::getNumberOfLayers, std::uint32_t{0});
 }
 
 const double* ViewportWrapper::getViewMatrix() const {
-    return hostSuite_->getViewMatrix(hostHandle_);
+    return askHost(&HostSuite::getViewMatrix, static_cast<const double*>(nullptr));
 }
 
 lqm::Mat4<double> ViewportWrapper::getViewMatrix44() const {
@@ -53,7 +54,7 @@ lqm::Mat4<double> ViewportWrapper::getViewMatrix44() const {
 }
 
 const double* ViewportWrapper::getProjectionMatrix() const {
-    return hostSuite_->getProjectionMatrix(hostHandle_);
+    return askHost(&HostSuite::getProjectionMatrix, static_cast<const double*>(nullptr));
 }
 
 lqm::Mat4<double> ViewportWrapper::getProjectionMatrix44() const {
@@ -61,8 +62,8 @@ lqm::Mat4<double> ViewportWrapper::getProjectionMatrix44() const {
 }
 
 std::shared_ptr<ManipulatorWrapper> ViewportWrapper::getManipulator(const std::string& name) const {
-    return lookUp<ManipulatorWrapper>(pluginHost, hostSuite_->getManipulator, hostHandle_,
-                                      name.c_str());
+    return lookUp<ManipulatorWrapper>(pluginHost, hostSuite_, &HostSuite::getManipulator,
+                                      hostHandle_, name.c_str());
 }
 
 }  // namespace Tessera::Sorrel::ViewerAPI
