@@ -41,8 +41,9 @@ AttrRef SnappingLayer::getOption(std::uint64_t id) {
     if (!ray) return AttrRef();
     const auto hit = castRay(viewport()->viewerDelegate().scene(), *ray);
     if (!hit) return AttrRef();
-    return groupAttr({{"point", floatTriple(snappedPoint(*hit, request_.strategy))},
-                      {"normal", floatTriple(hit->hit.normal)}});
+    lastAnswer_ = Answer{snappedPoint(*hit, request_.strategy), hit->hit.normal};
+    return groupAttr(
+        {{"point", floatTriple(lastAnswer_->point)}, {"normal", floatTriple(lastAnswer_->normal)}});
 }
 
 }  // namespace sorrel

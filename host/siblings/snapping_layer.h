@@ -12,9 +12,11 @@
 // the hit normal. Any other text counts as "Surface".
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "host/viewer/host_layer.h"
+#include "host/viewer/vec3.h"
 
 namespace sorrel {
 
@@ -25,6 +27,16 @@ public:
     void setOption(std::uint64_t id, AttrRef value) override;
     AttrRef getOption(std::uint64_t id) override;
 
+    /// A pick's answer as the layer gave it, world space.
+    struct Answer {
+        Vec3 point;
+        Vec3 normal;
+    };
+    /// The latest answer since the last forgetAnswer; nothing when none was
+    /// asked for or the ray met no mesh. For viewers that show what was picked.
+    const std::optional<Answer>& lastAnswer() const { return lastAnswer_; }
+    void forgetAnswer() { lastAnswer_.reset(); }
+
 private:
     /// The latest prepared pick, as it was understood.
     struct Request {
@@ -34,6 +46,7 @@ private:
         std::string strategy;  // empty when none was given
     };
     Request request_;
+    std::optional<Answer> lastAnswer_;
 };
 
 }  // namespace sorrel

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 
 #include "host/core/plugin_objects.h"
@@ -135,29 +136,56 @@ Picking::~Picking() {
     releaseTarget();
 }
 
-std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<LayerObject*>& layers,
-                                   const AttrRef& excluded) {
-    const std::int32_t width = viewport_.width;
-    const std::int32_t height = viewport_.height;
-    const PickArea inside = clipped(area, width, height);
-    if (inside.width == 0 || inside.height == 0) return {};
-
+void Picking::pass(const PickArea& area, const std::vector<LayerObject*>& layers,
+                   const AttrRef& excluded, const std::function<void()>& read) {
     context_.makeCurrent();
     prepareTarget();
     const PassState restored(viewport_);
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
-    prepareState(width, height);
-
+    prepareState(viewport_.width, viewport_.height);
     for (LayerObject* layer : layers)
         layer->pickerDraw(area.x, area.y, area.width, area.height, excluded);
+    read();
+}
 
+std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<LayerObject*>& layers,
+                                   const AttrRef& excluded) {
+    const PickArea inside = clipped(area, viewport_.width, viewport_.height);
+    if (inside.width == 0 || inside.height == 0) return {};
     std::vector<PickHit> hits;
-    for (const auto& [id, depth] : readIds(inside, height)) {
-        // A colour that no layer registered is no object.
-        if (const AttrRef* attribute = viewport_.pickedAttr(id))
-            hits.push_back({id, *attribute, depth});
-    }
+    pass(area, layers, excluded, [&] {
+        for (const auto& [id, depth] : readIds(inside, viewport_.height)) {
+            // A colour that no layer registered is no object.
+            if (const AttrRef* attribute = viewport_.pickedAttr(id))
+                hits.push_back({id, *attribute, depth});
+        }
+    });
     return hits;
+}
+
+PickImage Picking::pickImage() {
+    const std::int32_t width = viewport_.width;
+    const std::int32_t height = viewport_.height;
+    std::vector<LayerObject*> layers;
+    viewport_.forEachPluginLayer([&layers](LayerObject& layer) { layers.push_back(&layer); });
+    PickImage image;
+    std::vector<std::uint64_t>& ids = image.ids;
+    ids.assign(static_cast<std::size_t>(width) * height, 0);
+    pass({0, 0, width, height}, layers, AttrRef(), [&] {
+        std::vector<std::uint8_t> colours(ids.size() * kChannels);
+        glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, colours.data());
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            const std::uint8_t* const rgba = &colours[i * kChannels];
+            const std::uint64_t id = pickIdOf({rgba[0], rgba[1], rgba[2], rgba[3]});
+            // GL counts rows from the bottom.
+            const std::size_t row = height - 1 - i / width;
+            const AttrRef* const object = viewport_.pickedAttr(id);
+            if (object == nullptr) continue;
+            ids[row * width + i % width] = id;
+            image.objects.emplace(id, *object);
+        }
+    });
+    return image;
 }
 
 std::vector<PickHit> Picking::pickAll(const PickArea& area, const AttrRef& excluded) {

@@ -8,6 +8,8 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -52,6 +54,13 @@ struct PickHit {
 /// by the id in decimal; null when there is none.
 AttrRef pickedGroup(const std::vector<PickHit>& hits);
 
+/// The id under every pixel of a viewport, rows from the top, 0 where no
+/// registered object is; and what the layers registered for each id.
+struct PickImage {
+    std::vector<std::uint64_t> ids;
+    std::map<std::uint64_t, AttrRef> objects;
+};
+
 class Picking {
 public:
     /// Renders with `context`, which it makes current for each pass; the
@@ -69,15 +78,19 @@ public:
                               const AttrRef& excluded = AttrRef());
     /// One picker pass of all plugin layers of the viewport.
     std::vector<PickHit> pickAll(const PickArea& area, const AttrRef& excluded = AttrRef());
+    /// One picker pass of all plugin layers over the whole viewport, read
+    /// back pixel by pixel.
+    PickImage pickImage();
 
     /// Makes this the viewport's pick handler: a plugin layer that asks is
     /// answered by its own picker pass, the host's layers by nothing. The depth
     /// is written only when something was hit.
     void install();
 
-    /// Picker passes run so far.
-
 private:
+    /// Draws `layers` into the framebuffer and calls `read` while it is bound.
+    void pass(const PickArea& area, const std::vector<LayerObject*>& layers,
+              const AttrRef& excluded, const std::function<void()>& read);
     AttrRef answer(const std::string& layerName, const PickArea& area, float* depth);
     /// Makes the framebuffer at the viewport's size, anew when that changed.
     void prepareTarget();

@@ -1,8 +1,7 @@
 #include "host/viewer/viewport.h"
 
-#include <cmath>
-
 #include "host/core/suite_table.h"
+#include "host/viewer/camera_matrices.h"
 #include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {
@@ -14,8 +13,6 @@ const SuiteTable& viewportSuite() {
     return table;
 }
 
-constexpr double kPi = 3.14159265358979323846;
-
 }  // namespace
 
 Viewport::Viewport(ViewerDelegate& delegate, std::int32_t width, std::int32_t height)
@@ -25,34 +22,10 @@ Viewport::~Viewport() { removeLayers(); }
 
 void Viewport::lookAt(const double eye[3], const double target[3], double fovYDegrees,
                       double nearPlane, double farPlane) {
-    double f[3] = {target[0] - eye[0], target[1] - eye[1], target[2] - eye[2]};
-    const double fl = std::sqrt(f[0] * f[0] + f[1] * f[1] + f[2] * f[2]);
-    for (double& v : f) v /= fl;
-    // World up is +Y unless the view is vertical.
-    double up[3] = {0, 1, 0};
-    if (std::fabs(f[1]) > 0.999) up[1] = 0, up[2] = -1;
-    double s[3] = {f[1] * up[2] - f[2] * up[1], f[2] * up[0] - f[0] * up[2],
-                   f[0] * up[1] - f[1] * up[0]};
-    const double sl = std::sqrt(s[0] * s[0] + s[1] * s[1] + s[2] * s[2]);
-    for (double& v : s) v /= sl;
-    const double u[3] = {s[1] * f[2] - s[2] * f[1], s[2] * f[0] - s[0] * f[2],
-                         s[0] * f[1] - s[1] * f[0]};
-    // Row-vector view matrix: columns are the camera axes (x = s, y = u, z = -f).
-    view = {s[0], u[0], -f[0], 0, s[1], u[1], -f[1], 0, s[2], u[2], -f[2], 0, 0, 0, 0, 1};
-    view[12] = -(s[0] * eye[0] + s[1] * eye[1] + s[2] * eye[2]);
-    view[13] = -(u[0] * eye[0] + u[1] * eye[1] + u[2] * eye[2]);
-    view[14] = f[0] * eye[0] + f[1] * eye[1] + f[2] * eye[2];
-
+    const Vec3 from{eye[0], eye[1], eye[2]};
+    view = lookAtMatrix(from, {target[0], target[1], target[2]});
     const double aspect = static_cast<double>(width) / static_cast<double>(height);
-    const double t = 1.0 / std::tan(fovYDegrees * kPi / 360.0);
-    const double depthScale = (farPlane + nearPlane) / (nearPlane - farPlane);
-    const double depthOffset = 2 * farPlane * nearPlane / (nearPlane - farPlane);
-    // clang-format off
-    projection = {t / aspect, 0, 0,           0,
-                  0,          t, 0,           0,
-                  0,          0, depthScale,  -1,
-                  0,          0, depthOffset, 0};
-    // clang-format on
+    projection = perspectiveMatrix(fovYDegrees, aspect, nearPlane, farPlane);
     for (int i = 0; i < 3; ++i) camera_.origin[i] = eye[i];
 }
 

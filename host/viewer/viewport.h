@@ -29,6 +29,7 @@ public:
 
     ViewerDelegate& viewerDelegate() { return delegate_; }
     Camera& camera() { return camera_; }
+    const Camera& camera() const { return camera_; }
 
     std::int32_t width = 0;
     std::int32_t height = 0;
