@@ -14,7 +14,7 @@ build: deps
 	@cmake --build --preset default -j $(JOBS)
 
 demo: build
-	@./build/apps/beamwright-demo
+	@./build/apps/beamwright-viewer examples/studio.json --tour build/demo
 
 test: build
 	@ctest --preset default -j $(JOBS)

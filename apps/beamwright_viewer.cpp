@@ -1,0 +1,128 @@
+// beamwright-viewer: the Beamwright plugin in the stand-in Sorrel viewer host,
+// on a scene from a file; --tour runs the tour headless and pictures it.
+
+#include <dlfcn.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "apps/viewer/command_line.h"
+#include "apps/viewer/contact_sheet.h"
+#include "apps/viewer/scene_file.h"
+#include "apps/viewer/tour.h"
+#include "apps/viewer/tour_table.h"
+#include "apps/viewer/viewer_session.h"
+#include "host/core/attribute_model.h"
+#include "host/core/plugin_library.h"
+#include "host/core/sample_blocks.h"
+#include "host/viewer/gl_context.h"
+
+using namespace viewer;
+
+namespace {
+
+constexpr const char* kProgram = "beamwright-viewer";
+constexpr int kUsageError = 2;
+
+/// A one-line reason to stop.
+struct Stop {
+    std::string reason;
+    int status = EXIT_FAILURE;
+};
+
+void printPluginTable(const sorrel::PluginLibrary& plugin, const std::string& path) {
+    std::printf("Loaded %s\n", path.c_str());
+    for (const sorrel::PluginRowView& row : plugin.getPlugins())
+        std::printf("  %-28s %-32s version %u.%u\n", row.name.c_str(), row.apiName.c_str(),
+                    row.pluginVersionMajor, row.pluginVersionMinor);
+}
+
+/// Fails with the loader's own words rather than letting the host abort on them.
+void checkPluginLoads(const std::string& path) {
+    if (!std::filesystem::exists(path))
+        throw Stop{"no plugin at " + path + " (build it with make, or give --plugin PATH)"};
+    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) throw Stop{std::string("cannot load the plugin: ") + dlerror()};
+    dlclose(library);
+}
+
+std::vector<SheetPicture> sheetPictures(const TourReport& report) {
+    std::vector<SheetPicture> pictures;
+    for (const TourPicture& picture : report.pictures)
+        pictures.push_back({picture.image, picture.title, picture.caption});
+    return pictures;
+}
+
+void runTourOn(const std::string& scenePath, const std::string& pluginPath,
+               const std::string& folder) {
+    const auto start = std::chrono::steady_clock::now();
+    const SceneDescription scene = loadSceneFile(scenePath);
+    checkPluginLoads(pluginPath);
+    const sorrel::PluginLibrary plugin(pluginPath);
+    printPluginTable(plugin, pluginPath);
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) throw Stop{"cannot make " + folder + ": " + error.message()};
+
+    const std::int64_t references = sorrel::AttributeModel::instance().liveReferences();
+    const std::int64_t blocks = sorrel::SampleBlocks::instance().outstanding();
+    TourReport report;
+    {
+        const sorrel::GLContext context(scene.camera.width, scene.camera.height);
+        ViewerSession session(scene, plugin, context);
+        std::printf("Scene %s: %zu meshes, %zu lights, %zu USD lights\n\n", scenePath.c_str(),
+                    scene.meshes.size(), scene.lights.size(), scene.usdLights.size());
+        report = runTour(session, context, folder);
+    }
+    const std::int64_t leaked = sorrel::AttributeModel::instance().liveReferences() - references;
+    if (leaked != 0) throw Stop{std::to_string(leaked) + " attribute references leaked"};
+    if (sorrel::SampleBlocks::instance().outstanding() != blocks)
+        throw Stop{"sample blocks were not given back"};
+
+    printModeTable(stdout, report);
+    const std::string sheetPath = folder + "/tour.png";
+    const std::string heading = "Beamwright tour of " + scenePath + ": placing " + report.light;
+    if (!makeContactSheet(sheetPictures(report), heading).savePng(sheetPath))
+        throw Stop{"could not write " + sheetPath};
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    std::printf("\nWrote %zu pictures and the contact sheet %s in %.1f s; no reference leaked.\n",
+                report.pictures.size(), sheetPath.c_str(), seconds.count());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const CommandLine line = parseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+        if (line.help) {
+            std::fputs(
+                usage(BEAMWRIGHT_DEFAULT_SCENE, BEAMWRIGHT_PLUGIN_PATH, BEAMWRIGHT_RESOURCES_DIR)
+                    .c_str(),
+                stdout);
+            return EXIT_SUCCESS;
+        }
+        if (line.root) setenv("SORREL_ROOT", line.root->c_str(), /* overwrite = */ 1);
+        setenv("SORREL_ROOT", BEAMWRIGHT_RESOURCES_DIR, /* overwrite = */ 0);
+        if (!line.tourFolder)
+            throw Stop{"nothing to do: give --tour DIR (see --help)", kUsageError};
+        runTourOn(line.scene.value_or(BEAMWRIGHT_DEFAULT_SCENE),
+                  line.plugin.value_or(BEAMWRIGHT_PLUGIN_PATH), *line.tourFolder);
+        return EXIT_SUCCESS;
+    } catch (const std::invalid_argument& error) {
+        std::fprintf(stderr, "%s: %s (see --help)\n", kProgram, error.what());
+        return kUsageError;
+    } catch (const Stop& stop) {
+        std::fprintf(stderr, "%s: %s\n", kProgram, stop.reason.c_str());
+        return stop.status;
+    } catch (const TourFailure& failure) {
+        std::fprintf(stderr, "%s: the tour failed: %s\n", kProgram, failure.what());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s: %s\n", kProgram, error.what());
+    }
+    return EXIT_FAILURE;
+}

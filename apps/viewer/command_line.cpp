@@ -1,0 +1,59 @@
+#include "apps/viewer/command_line.h"
+
+#include <stdexcept>
+
+namespace viewer {
+
+CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
+    CommandLine line;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        const auto value = [&](std::optional<std::string>& into) {
+            if (i + 1 >= arguments.size()) throw std::invalid_argument(argument + " needs a value");
+            into = arguments[++i];
+        };
+        if (argument == "-h" || argument == "--help")
+            line.help = true;
+        else if (argument == "--tour")
+            value(line.tourFolder);
+        else if (argument == "--plugin")
+            value(line.plugin);
+        else if (argument == "--root")
+            value(line.root);
+        else if (!argument.empty() && argument.front() == '-')
+            throw std::invalid_argument("unknown option " + argument);
+        else if (line.scene)
+            throw std::invalid_argument("one scene at a time: " + *line.scene + " and " + argument);
+        else
+            line.scene = argument;
+    }
+    return line;
+}
+
+std::string usage(const std::string& defaultScene, const std::string& defaultPlugin,
+                  const std::string& defaultRoot) {
+    return "Usage: beamwright-viewer [SCENE.json] --tour DIR [--plugin PATH] [--root DIR]\n"
+           "       beamwright-viewer --help\n"
+           "\n"
+           "Loads the Beamwright plugin into the stand-in Sorrel viewer host, opens a scene\n"
+           "file and runs the tour: the selected light placed in each of the twelve modes,\n"
+           "a hovered handle, the picking pass and a new light package, each pictured in\n"
+           "DIR, with a labelled contact sheet DIR/tour.png and a table of what each mode\n"
+           "did. No display or GPU is needed. The scene format: docs/scene-format.md.\n"
+           "\n"
+           "  SCENE.json     the scene (default " +
+           defaultScene +
+           ")\n"
+           "  --tour DIR     write the tour's pictures into DIR, made if missing\n"
+           "  --plugin PATH  the plugin to load (default " +
+           defaultPlugin +
+           ")\n"
+           "  --root DIR     Sorrel's installation root, where the handle shaders lie below\n"
+           "                 plugins/Resources/...; sets SORREL_ROOT (default: $SORREL_ROOT,\n"
+           "                 else " +
+           defaultRoot +
+           ")\n"
+           "  -h, --help     print this and exit\n";
+}
+
+}  // namespace viewer

@@ -1,0 +1,26 @@
+#pragma once
+// What beamwright-viewer is asked to do, from its arguments.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace viewer {
+
+struct CommandLine {
+    bool help = false;
+    std::optional<std::string> scene;       // default: the shipped studio scene
+    std::optional<std::string> tourFolder;  // --tour DIR
+    std::optional<std::string> plugin;      // --plugin PATH
+    std::optional<std::string> root;        // --root DIR: SORREL_ROOT
+};
+
+/// Reads the arguments (without the program's name); throws
+/// std::invalid_argument with a one-line complaint.
+CommandLine parseCommandLine(const std::vector<std::string>& arguments);
+
+/// The text of --help.
+std::string usage(const std::string& defaultScene, const std::string& defaultPlugin,
+                  const std::string& defaultRoot);
+
+}  // namespace viewer

@@ -1,0 +1,74 @@
+#include "apps/viewer/viewer_session.h"
+
+#include <stdexcept>
+
+#include "apps/viewer/scene_setup.h"
+#include "host/core/plugin_objects.h"
+#include "host/viewer/picking.h"
+#include "host/viewer/scene_renderer.h"
+#include "host/viewer_stage.h"
+
+namespace viewer {
+
+namespace {
+
+const sorrel::LayerObject& layerNamed(sorrel::Viewport& viewport, const char* name) {
+    const sorrel::LayerObject* layer = viewport.pluginLayer(name);
+    if (layer == nullptr) throw std::runtime_error(std::string("the plugin has no layer ") + name);
+    return *layer;
+}
+
+}  // namespace
+
+ViewerSession::ViewerSession(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
+                             const sorrel::GLContext& context)
+    : scene_(scene) {
+    const CameraDescription& camera = scene.camera;
+    stage_ = std::make_unique<sorrel::ViewerStage>(camera.width, camera.height, camera.eye,
+                                                   camera.target, &plugin);
+    const double eye[3] = {camera.eye.x, camera.eye.y, camera.eye.z};
+    const double target[3] = {camera.target.x, camera.target.y, camera.target.z};
+    viewport().lookAt(eye, target, camera.fovDegrees);
+    placementLayer_ = &layerNamed(viewport(), kPlacementLayerName);
+    handlesLayer_ = &layerNamed(viewport(), kHandlesLayerName);
+
+    picking_ = std::make_unique<sorrel::Picking>(viewport(), context);
+    picking_->install();
+    renderer_ = std::make_unique<sorrel::SceneRenderer>();
+
+    putSceneIntoStage(scene, *stage_, usdStage_);
+    setLayerOptions(*placementLayer_, scene.options);
+}
+
+ViewerSession::~ViewerSession() {
+    renderer_.reset();
+    picking_.reset();
+    stage_.reset();
+}
+
+sorrel::Viewport& ViewerSession::viewport() { return stage_->viewport(); }
+
+void ViewerSession::setOption(const std::string& name, sorrel::AttrRef value) const {
+    placementLayer_->setOption(name, std::move(value));
+}
+
+bool ViewerSession::sendEvent(const sorrel::AttrRef& event) {
+    bool used = false;
+    viewport().forEachPluginLayer([&used, &event](sorrel::LayerObject& layer) {
+        if (!used) used = layer.event(event);
+    });
+    return used;
+}
+
+std::vector<sorrel::SceneLight> ViewerSession::lights() const {
+    std::vector<sorrel::SceneLight> lights = sorrel::locationLights(stage_->scene());
+    for (sorrel::SceneLight& light : usdSceneLights(scene_)) lights.push_back(std::move(light));
+    return lights;
+}
+
+void ViewerSession::drawFrame() {
+    renderer_->draw(viewport(), stage_->scene(), lights());
+    viewport().forEachPluginLayer([](sorrel::LayerObject& layer) { layer.draw(); });
+}
+
+}  // namespace viewer
