@@ -1,9 +1,9 @@
 # Fails when a file includes a header from a folder above its own. The plugin's
 # folders stand in layers, each including only those below it:
 #   plugin/  >  placement/, handles/  >  scene/  >  frame/  >  support/
-# and the stand-in host never includes the plugin's headers: it meets the plugin
-# only through the binary contract, so a contract mismatch shows as a failing
-# test instead of compiling away.
+# and the stand-in host, and the applications built on it, never include the
+# plugin's headers: they meet the plugin only through the binary contract, so a
+# contract mismatch shows as a failing test instead of compiling away.
 set(forbidden_support  frame scene placement handles plugin host)
 set(forbidden_frame    scene placement handles plugin host)
 set(forbidden_scene    placement handles plugin host)
@@ -11,9 +11,10 @@ set(forbidden_placement handles plugin host)
 set(forbidden_handles  placement plugin host)
 set(forbidden_plugin   host)
 set(forbidden_host     frame scene placement handles support plugin)
+set(forbidden_apps     frame scene placement handles support plugin)
 
 set(violations)
-foreach(folder support frame scene placement handles plugin host)
+foreach(folder support frame scene placement handles plugin host apps)
   file(GLOB_RECURSE sources ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
   string(JOIN "|" upper ${forbidden_${folder}})
   foreach(source IN LISTS sources)

@@ -218,10 +218,15 @@ private:
         const Pixel& pixel = hoverPixel_;
         for (const sorrel::PickHit& hit : session_.picking().pickAll({pixel[0], pixel[1]}))
             if (const auto path = locationOf(hit.attribute)) report_.pickedLight = *path;
-        if (report_.pickedLight != report_.hoveredLight)
-            throw TourFailure("picking at " + pixelText(pixel) + " found " +
-                              (report_.pickedLight.empty() ? "nothing" : report_.pickedLight) +
-                              ", not the handle of " + report_.hoveredLight);
+        if (report_.pickedLight.empty())
+            throw TourFailure("picking at " + pixelText(pixel) + " found no handle, though " +
+                              report_.hoveredLight + "'s lies there");
+        // Where handles crowd, the one on top may belong to a neighbour; a light
+        // the scene names must be the one found.
+        const std::optional<std::string>& wanted = session_.scene().tour.hover;
+        if (wanted && report_.pickedLight != *wanted)
+            throw TourFailure("picking at " + pixelText(pixel) + " found " + report_.pickedLight +
+                              ", not the handle of " + *wanted);
         const sorrel::PickImage ids = session_.picking().pickImage();
         std::uint64_t picked = 0;
         for (const auto& [id, object] : ids.objects)
