@@ -2,33 +2,16 @@
 
 #include <GL/glew.h>
 
+#include "host/viewer/interleaved_vertices.h"
+
 namespace sorrel {
-
-namespace {
-
-constexpr GLuint kPositionSlot = 0;
-constexpr GLuint kColorSlot = 1;
-constexpr int kFloatsPerVertex = 6;  // position, then colour
-
-void append(std::vector<float>& out, const Vec3& v) {
-    out.push_back(static_cast<float>(v.x));
-    out.push_back(static_cast<float>(v.y));
-    out.push_back(static_cast<float>(v.z));
-}
-
-}  // namespace
 
 LineBatch::LineBatch() {
     glGenVertexArrays(1, &vertexArray_);
     glBindVertexArray(vertexArray_);
     glGenBuffers(1, &buffer_);
     glBindBuffer(GL_ARRAY_BUFFER, buffer_);
-    constexpr GLsizei stride = kFloatsPerVertex * sizeof(float);
-    glVertexAttribPointer(kPositionSlot, 3, GL_FLOAT, GL_FALSE, stride, nullptr);
-    glVertexAttribPointer(kColorSlot, 3, GL_FLOAT, GL_FALSE, stride,
-                          reinterpret_cast<const void*>(3 * sizeof(float)));
-    glEnableVertexAttribArray(kPositionSlot);
-    glEnableVertexAttribArray(kColorSlot);
+    describeInterleavedVertices();
     glBindVertexArray(0);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
@@ -39,10 +22,10 @@ LineBatch::~LineBatch() {
 }
 
 void LineBatch::add(const Vec3& a, const Vec3& b, const Vec3& color) {
-    append(vertices_, a);
-    append(vertices_, color);
-    append(vertices_, b);
-    append(vertices_, color);
+    appendTriple(vertices_, a);
+    appendTriple(vertices_, color);
+    appendTriple(vertices_, b);
+    appendTriple(vertices_, color);
 }
 
 void LineBatch::addLoop(const std::vector<Vec3>& points, const Vec3& color) {
