@@ -50,4 +50,23 @@ AttrRef groupAttr(std::vector<std::pair<std::string, AttrRef>> children) {
     return AttrRef(model().makeGroup(std::move(handles)));
 }
 
+AttrRef withChild(const AttrRef& group, const std::string& path, AttrRef value) {
+    const std::size_t dot = path.find('.');
+    const std::string name = path.substr(0, dot);
+    if (dot != std::string::npos)
+        value = withChild(group.child(name), path.substr(dot + 1), std::move(value));
+
+    std::vector<std::pair<std::string, AttrRef>> children;
+    bool replaced = false;
+    if (group.type() == kGroup) {
+        for (const auto& [childName, child] : model().read(group.get()).children) {
+            const bool match = childName == name;
+            children.emplace_back(childName, match ? std::move(value) : AttrRef::borrow(child));
+            replaced = replaced || match;
+        }
+    }
+    if (!replaced) children.emplace_back(name, std::move(value));
+    return groupAttr(std::move(children));
+}
+
 }  // namespace sorrel

@@ -52,5 +52,9 @@ AttrRef doubleAttr(double value);
 AttrRef doublesAttr(std::vector<double> values);
 AttrRef stringAttr(const std::string& text);
 AttrRef groupAttr(std::vector<std::pair<std::string, AttrRef>> children);
+/// A copy of `group` in which the child at the dotted `path` is `value`; groups
+/// on the way that are missing, or are no groups, are made anew. The other
+/// children are shared with `group`, which stays as it is.
+AttrRef withChild(const AttrRef& group, const std::string& path, AttrRef value);
 
 }  // namespace sorrel

@@ -1,5 +1,7 @@
 #include "host/siblings/light_move_handle.h"
 
+#include <cmath>
+
 #include "host/core/attribute_reading.h"
 #include "host/core/option_id_generator.h"
 #include "host/siblings/light_orientation.h"
@@ -19,7 +21,8 @@ void LightMoveHandle::setOption(std::uint64_t id, AttrRef value) {
         ++counts_.lightData;
         if (moveLight(value)) {
             ++counts_.moves;
-            delegate_.sendTransformChange(lightPath_);
+            const bool attributesChanged = aimAtDistance(value);
+            delegate_.sendTransformChange(lightPath_, attributesChanged);
         }
     }
 }
@@ -44,6 +47,15 @@ bool LightMoveHandle::moveLight(const AttrRef& lightData) {
     }
     setMatrixRow(world, kTranslationRow, *position);
     return placeInWorld(scene, lightPath_, world);
+}
+
+bool LightMoveHandle::aimAtDistance(const AttrRef& lightData) {
+    const auto distance = readDouble(lightData.child("distance"));
+    if (!distance || !std::isfinite(*distance) || *distance <= 0.0) return false;
+    Location& light = *delegate_.scene().find(lightPath_);
+    light.attributes =
+        withChild(light.attributes, "geometry.centerOfInterest", doubleAttr(*distance));
+    return true;
 }
 
 }  // namespace sorrel

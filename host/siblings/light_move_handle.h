@@ -7,9 +7,12 @@
 // light goes to "position"; unless "orientationFixed" is non-zero its local
 // -Z axis turns to "direction" (Y kept near world up). The new world matrix is
 // brought into the light's local space through its parent's world transform,
-// and the host reports the move as a transform change. A null or malformed
-// "LightData" leaves the light where it is; so does a zero direction for the
-// orientation. "CurrentModifiers" is only recorded.
+// and the host reports the move as a transform change. A positive "distance"
+// becomes the light's "geometry.centerOfInterest", so that its centre of
+// interest lands on the point the light was placed for; the host then reports
+// changed attributes too. A null or malformed "LightData" leaves the light
+// where it is; so does a zero direction for the orientation.
+// "CurrentModifiers" is only recorded.
 
 #include <cstdint>
 #include <optional>
@@ -41,6 +44,8 @@ public:
 private:
     /// False when the data or the light's transforms do not allow a move.
     bool moveLight(const AttrRef& lightData);
+    /// Sets the centre of interest from "distance"; false when it gives none.
+    bool aimAtDistance(const AttrRef& lightData);
 
     ViewerDelegate& delegate_;
     std::string lightPath_;

@@ -60,8 +60,9 @@ void ViewerDelegate::sendLocation(const std::string& path, std::uint32_t extraFl
     sendEvent(path, LocationFlags::kAttributesChanged | extraFlags);
 }
 
-void ViewerDelegate::sendTransformChange(const std::string& path) {
-    sendEvent(path, LocationFlags::kTransformChanged);
+void ViewerDelegate::sendTransformChange(const std::string& path, bool attributesChanged) {
+    sendEvent(path, LocationFlags::kTransformChanged |
+                        (attributesChanged ? LocationFlags::kAttributesChanged : 0));
 }
 
 void ViewerDelegate::sendStateChange(const std::string& path) {

@@ -46,8 +46,9 @@ public:
     // Location events as the host sends them to every component.
     /// A location that is new or whose attributes changed.
     void sendLocation(const std::string& path, std::uint32_t extraFlags = 0);
-    /// A changed transform: the host reports the moved location only.
-    void sendTransformChange(const std::string& path);
+    /// A changed transform: the host reports the moved location only, with
+    /// changed attributes too when `attributesChanged`.
+    void sendTransformChange(const std::string& path, bool attributesChanged = false);
     /// A changed state, such as the excluded bit; the attributes come along.
     void sendStateChange(const std::string& path);
     void sendRemoval(const std::string& path);

@@ -1,5 +1,6 @@
 // The lit viewport shows what a placement did: after "Normal" the lit spot
-// sits under the cursor, after "Reflection" the highlight does, and a light's
+// sits under the cursor, after "Reflection" the highlight does, the light's
+// centre of interest lands on the cursor's point in both, and a light's
 // shadow falls on the floor on the side away from it. And the tour refuses to
 // pass when the handle shaders did not build.
 
@@ -133,6 +134,13 @@ TEST_F(LitViewport, AfterNormalTheLitSpotAndAfterReflectionTheHighlightSitUnderT
         for (const std::array<int, 2> cursor : {std::array<int, 2>{140, 95}, {185, 120}}) {
             open(sphereScene(placement.material, placement.mode));
             pressAt(cursor[0], cursor[1]);
+            // The light's centre of interest, where its handle stands, is the cursor's point.
+            const sorrel::SceneLight key = session->lights().front();
+            const sorrel::PickArea aim = sorrel::pixelOfPoint(
+                session->viewport(), key.position + key.direction * key.centerOfInterest);
+            EXPECT_LE(std::hypot(aim.x + 0.5 - cursor[0], aim.y + 0.5 - cursor[1]),
+                      kCursorTolerance)
+                << placement.mode << ": centre of interest at (" << aim.x << ", " << aim.y << ")";
             const auto [x, y] = brightestOfSphere();
             EXPECT_LE(std::hypot(x + 0.5 - cursor[0], y + 0.5 - cursor[1]), kCursorTolerance)
                 << placement.mode << " at (" << cursor[0] << ", " << cursor[1]
