@@ -1,5 +1,5 @@
 # The two commands people run: `make demo` and `make test`.
-.PHONY: all deps build demo test test-asan check-format bench clean
+.PHONY: all deps build demo test test-asan check-format bench bench-instructions clean
 
 JOBS ?= $(shell nproc)
 
@@ -31,6 +31,15 @@ check-format: deps
 # Each benchmark prints its figures beside a floor measured in the same run.
 bench: build
 	@for b in build/bench/*_bench; do echo "== $$b"; $$b --benchmark_min_time=0.2; done
+
+# The plugin's own instructions per light and per event beside each floor,
+# counted by callgrind; the host's share is counted apart (bench/instruction_counts.cpp).
+bench-instructions: build
+	@out=$$(mktemp -d) && \
+	valgrind --tool=callgrind --instr-atstart=no --collect-atstart=no \
+	  '--toggle-collect=*HostEntry*' --callgrind-out-file=$$out/counts \
+	  ./build/bench/instruction_counts >$$out/log 2>&1 || { cat $$out/log; rm -rf $$out; exit 1; }; \
+	./build/bench/instruction_counts --report $$out; status=$$?; rm -rf $$out; exit $$status
 
 clean:
 	@rm -rf build build-asan

@@ -1,0 +1,24 @@
+#pragma once
+// A host record whose tables let a benchmark tell the plugin's own work from
+// the host's. Every function of the host tables the plugin calls is reached
+// through a trampoline named HostEntry; under callgrind,
+// `--toggle-collect='*HostEntry*'` stops collecting for as long as one runs, so
+// that only the plugin's own instructions are counted. The trampolines also
+// tell the allocation counter which side allocates.
+
+#include "frame/abi/plugin_host.h"
+
+namespace bench {
+
+/// The stand-in viewer's host record behind trampolines; give it to setHost.
+Tessera::Sorrel::ViewerAPI::PluginHost* separableHostRecord();
+
+/// Whether the plugin reaches the host through the trampolines (true, the
+/// start) or straight (false, so that callgrind counts the host's work too).
+/// Tables already handed out change in place.
+void separateHostShare(bool separate);
+
+/// True while a host function called through a trampoline runs.
+bool insideHost();
+
+}  // namespace bench
