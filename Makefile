@@ -34,11 +34,12 @@ bench: build
 
 # The plugin's own instructions per light and per event beside each floor,
 # counted by callgrind; the host's share is counted apart (bench/instruction_counts.cpp).
+# PATHS="handles ingest rebuild" picks some of them.
 bench-instructions: build
 	@out=$$(mktemp -d) && \
 	valgrind --tool=callgrind --instr-atstart=no --collect-atstart=no \
 	  '--toggle-collect=*HostEntry*' --callgrind-out-file=$$out/counts \
-	  ./build/bench/instruction_counts >$$out/log 2>&1 || { cat $$out/log; rm -rf $$out; exit 1; }; \
+	  ./build/bench/instruction_counts $(PATHS) >$$out/log 2>&1 || { cat $$out/log; rm -rf $$out; exit 1; }; \
 	./build/bench/instruction_counts --report $$out; status=$$?; rm -rf $$out; exit $$status
 
 clean:

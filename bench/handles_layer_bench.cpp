@@ -25,15 +25,17 @@ double secondsOf(Work&& work) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-template <class Pass, class FloorPass>
-void measure(benchmark::State& state, Pass pass, FloorPass floorPass) {
+template <class Prepare, class Pass, class FloorPass>
+void measure(benchmark::State& state, Prepare prepare, Pass pass, FloorPass floorPass) {
     bench::HandlesScene scene(static_cast<int>(state.range(0)));
     const bench::HandlesFloor floor(scene);
     const double lights = static_cast<double>(scene.lightCount());
+    prepare(scene);
     pass(scene);
     double seconds = 0.0;
     double floorSeconds = 0.0;
     for (auto _ : state) {
+        prepare(scene);
         const double time = secondsOf([&] { pass(scene); });
         floorSeconds += secondsOf([&] { floorPass(floor); });
         seconds += time;
@@ -49,13 +51,14 @@ void measure(benchmark::State& state, Pass pass, FloorPass floorPass) {
 
 void drawPass(benchmark::State& state) {
     measure(
-        state, [](bench::HandlesScene& scene) { scene.drawPass(); },
+        state, [](bench::HandlesScene&) {}, [](bench::HandlesScene& scene) { scene.drawPass(); },
         [](const bench::HandlesFloor& floor) { floor.drawPass(); });
 }
 
 void pickingPass(benchmark::State& state) {
     measure(
-        state, [](bench::HandlesScene& scene) { scene.pickingPass(); },
+        state, [](bench::HandlesScene& scene) { scene.startPicking(); },
+        [](bench::HandlesScene& scene) { scene.pickingPass(); },
         [](const bench::HandlesFloor& floor) { floor.pickingPass(); });
 }
 

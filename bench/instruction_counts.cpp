@@ -68,13 +68,15 @@ void count(const std::string& path, const char* part, std::size_t items,
     CALLGRIND_STOP_INSTRUMENTATION;
 }
 
-/// Counts `work` with the host left out, then with it in.
+/// Counts `work` with the host left out, then with it in; `prepare` runs
+/// uncounted before each.
 void countPluginAndAll(const std::string& path, std::size_t items,
-                       const std::function<void()>& work) {
-    bench::separateHostShare(true);
-    count(path, kPlugin, items, work);
-    bench::separateHostShare(false);
-    count(path, kAll, items, work);
+                       const std::function<void()>& prepare, const std::function<void()>& work) {
+    for (const bool separate : {true, false}) {
+        bench::separateHostShare(separate);
+        prepare();
+        count(path, separate ? kPlugin : kAll, items, work);
+    }
     bench::separateHostShare(true);
 }
 
@@ -82,12 +84,15 @@ void countHandles() {
     bench::HandlesScene scene(kLights);
     const bench::HandlesFloor floor(scene);
     const std::size_t lights = scene.lightCount();
+    const auto nothing = [] {};
+    const auto startPicking = [&] { scene.startPicking(); };
     // A first pass of each kind asks GL for its uniform locations.
     scene.drawPass();
+    startPicking();
     scene.pickingPass();
-    countPluginAndAll("draw", lights, [&] { scene.drawPass(); });
+    countPluginAndAll("draw", lights, nothing, [&] { scene.drawPass(); });
     count("draw", kFloor, lights, [&] { floor.drawPass(); });
-    countPluginAndAll("picking", lights, [&] { scene.pickingPass(); });
+    countPluginAndAll("picking", lights, startPicking, [&] { scene.pickingPass(); });
     count("picking", kFloor, lights, [&] { floor.pickingPass(); });
 }
 
@@ -113,13 +118,10 @@ void countRebuild(std::size_t size) {
     bench::LocationScene scene(paths);
     scene.ingest();
     BeamwrightLayerVDC& component = scene.component();
-    for (const bool separate : {true, false}) {
-        bench::separateHostShare(separate);
-        // The change that makes the list stale is not counted.
-        scene.reportChange(bench::kLocationsPerLight);
-        count("rebuild", separate ? kPlugin : kAll, size, [&] { component.getLights(); });
-    }
-    bench::separateHostShare(true);
+    // The change that makes the list stale is not counted.
+    countPluginAndAll(
+        "rebuild", size, [&] { scene.reportChange(bench::kLocationsPerLight); },
+        [&] { component.getLights(); });
     bench::WalkFloor floor(paths);
     count("rebuild", kFloor, size, [&] { floor.walk(); });
 }
@@ -194,8 +196,15 @@ int main(int argc, char** argv) {
     if (argc == 3 && std::string(argv[1]) == "--report") return report(argv[2]);
     if (!RUNNING_ON_VALGRIND)
         std::fprintf(stderr, "instruction_counts: run under callgrind (make bench-instructions)\n");
-    countHandles();
-    for (const std::size_t size : kIngestSizes) countIngest(size);
-    for (const std::size_t size : kRebuildSizes) countRebuild(size);
+    // Names of paths given: only those ("handles" stands for both passes).
+    const std::vector<std::string> chosen(argv + 1, argv + argc);
+    const auto wanted = [&](const char* name) {
+        return chosen.empty() || std::find(chosen.begin(), chosen.end(), name) != chosen.end();
+    };
+    if (wanted("handles")) countHandles();
+    if (wanted("ingest"))
+        for (const std::size_t size : kIngestSizes) countIngest(size);
+    if (wanted("rebuild"))
+        for (const std::size_t size : kRebuildSizes) countRebuild(size);
     return 0;
 }

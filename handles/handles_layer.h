@@ -13,6 +13,7 @@
 #include "frame/viewport_layer.h"
 #include "handles/handle_mesh.h"
 #include "support/gl_shader_program.h"
+#include "support/screen_constant_size.h"
 #include "support/vector_matrix.h"
 
 class BeamwrightLayerVDC;
@@ -74,18 +75,35 @@ private:
                      std::int32_t height, const PickedAttrsMap& pickedMap);
     /// Sets what stays the same for every light of a pass on both programs.
     void setPassUniforms(const ViewportWrapper& viewport, bool picking);
-    /// World length of `size` / 2 pixels at the depth of `point` in this viewport.
-    double screenConstantSize(const std::shared_ptr<ViewportWrapper>& viewport, const Vec3d& point,
-                              double size) const;
+    /// World length of `size` / 2 pixels at the depth of `point` in this
+    /// viewport, which is asked for its size and matrices at each call.
+    double screenConstantSize(const ViewportWrapper& viewport, const Vec3d& point, double size);
     void drawLightHandle(const std::shared_ptr<ViewportWrapper>& viewport,
                          const Vec3d& cameraOrigin, const LightLocationData& light, bool picking,
                          const PickedAttrsMap& pickedMap);
     void setManipulatorScale(double requested);
     void setExcludedLocations(const Attribute& value);
 
+    /// The uniforms both programs take, entered once so that a pass names none.
+    struct ProgramUniforms {
+        explicit ProgramUniforms(GLShaderProgram& program);
+        GLShaderProgram::Uniform view;
+        GLShaderProgram::Uniform projection;
+        GLShaderProgram::Uniform viewportSize;
+        GLShaderProgram::Uniform mode;
+        GLShaderProgram::Uniform colour;
+        GLShaderProgram::Uniform world;
+    };
+
     bool enabled = false;
     GLShaderProgram solidProgram;
     GLShaderProgram lineProgram;
+    const ProgramUniforms solidUniforms{solidProgram};
+    const ProgramUniforms lineUniforms{lineProgram};
+    const GLShaderProgram::Uniform linePattern = lineProgram.uniform("pattern");
+    const GLShaderProgram::Uniform lineFactor = lineProgram.uniform("factor");
+    /// Keeps what a pass's lights share of their handle sizes.
+    Tessera::Sorrel::ViewerUtils::ScreenConstantSizer handleSizer;
     HandleMesh arrowHead;
     HandleMesh arrowOutline;
     HandleMesh arrowStem;

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "frame/wrappers.h"
+#include "handles/handle_transform.h"
 #include "handles/handles_layer.h"
 #include "handles/pick_id_colour.h"
 #include "scene/light_component.h"
@@ -34,7 +35,6 @@ constexpr std::uint32_t kDrawThickness = 1;
 constexpr std::uint32_t kPickingThickness = 10;
 /// Twice the pixels that one model unit spans at manipulator scale 1.0.
 constexpr double kHandleSizePixels = 120.0;
-constexpr Vec3d kHandleFacing = {0.0, 0.0, 1.0};
 
 const Mat4d kIdentity;
 
@@ -42,11 +42,25 @@ Float3 toFloat3(const Vec3d& v) {
     return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
 }
 
-void setColour(GLShaderProgram& program, const std::array<float, 4>& colour) {
-    program.setUniform("color", colour[0], colour[1], colour[2], colour[3]);
+void setColour(GLShaderProgram& program, GLShaderProgram::Uniform uniform,
+               const std::array<float, 4>& colour) {
+    program.setUniform(uniform, colour[0], colour[1], colour[2], colour[3]);
+}
+
+/// The viewport's matrix, or the identity when it has none.
+const double* valuesOrIdentity(const double* values) {
+    return values != nullptr ? values : kIdentity.data();
 }
 
 }  // namespace
+
+BeamwrightCOIHandlesLayer::ProgramUniforms::ProgramUniforms(GLShaderProgram& program)
+    : view(program.uniform("viewMatrix")),
+      projection(program.uniform("projectionMatrix")),
+      viewportSize(program.uniform("viewportSize")),
+      mode(program.uniform("mode")),
+      colour(program.uniform("color")),
+      world(program.uniform("worldMatrix")) {}
 
 void BeamwrightCOIHandlesLayer::draw() {
     const PickedAttrsMap nothingPicked;
@@ -118,15 +132,18 @@ void BeamwrightCOIHandlesLayer::setPassUniforms(const ViewportWrapper& viewport,
     const auto width = static_cast<float>(viewport.getWidth());
     const auto height = static_cast<float>(viewport.getHeight());
 
-    for (GLShaderProgram* program : {&solidProgram, &lineProgram}) {
-        program->use();
-        program->setUniform("viewMatrix", view.data());
-        program->setUniform("projectionMatrix", projection.data());
-        program->setUniform("viewportSize", width, height);
-        program->setUniform("mode", program == &solidProgram ? kSolidMode : kLineMode);
-    }
-    lineProgram.setUniform("pattern", picking ? kPickingPattern : kDrawPattern);
-    lineProgram.setUniform("factor", kPatternFactor);
+    const auto setShared = [&](GLShaderProgram& program, const ProgramUniforms& uniforms,
+                               int mode) {
+        program.use();
+        program.setUniform(uniforms.view, view.data());
+        program.setUniform(uniforms.projection, projection.data());
+        program.setUniform(uniforms.viewportSize, width, height);
+        program.setUniform(uniforms.mode, mode);
+    };
+    setShared(solidProgram, solidUniforms, kSolidMode);
+    setShared(lineProgram, lineUniforms, kLineMode);
+    lineProgram.setUniform(linePattern, picking ? kPickingPattern : kDrawPattern);
+    lineProgram.setUniform(lineFactor, kPatternFactor);
 }
 
 void BeamwrightCOIHandlesLayer::drawLightHandle(const std::shared_ptr<ViewportWrapper>& viewport,
@@ -144,37 +161,38 @@ void BeamwrightCOIHandlesLayer::drawLightHandle(const std::shared_ptr<ViewportWr
 
     // +z towards the camera, the arrow (+y) as near to the light's direction as
     // it can be: the tip sits on the centre of interest, the stem runs back.
-    const Mat4d rotation =
-        rotationFromTo(kHandleFacing, cameraOrigin - light.centerOfInterest, light.direction);
     const double scale =
-        screenConstantSize(viewport, light.centerOfInterest, manipulatorScale * kHandleSizePixels);
-    const Mat4d world = multiply(multiply(rotation, scalingMatrix(scale)),
-                                 translationMatrix(light.centerOfInterest));
+        screenConstantSize(*viewport, light.centerOfInterest, manipulatorScale * kHandleSizePixels);
+    const Mat4d world = handleWorldMatrix(cameraOrigin - light.centerOfInterest, light.direction,
+                                          scale, light.centerOfInterest);
 
     const bool blend = !picking;
     lineProgram.use();
-    setColour(lineProgram, colour);
+    setColour(lineProgram, lineUniforms.colour, colour);
     if (picking || hoveredLocation != light.locationHash) {
-        lineProgram.setUniform("worldMatrix", world.data());
+        lineProgram.setUniform(lineUniforms.world, world.data());
         arrowStem.drawLines(blend);
         if (picking) arrowOutline.drawLines(blend);
     } else {
         // The hovered light shows the line to the light instead of its stem.
-        lineProgram.setUniform("worldMatrix", kIdentity.data());
+        lineProgram.setUniform(lineUniforms.world, kIdentity.data());
         connectorLine.updatePositions({toFloat3(light.centerOfInterest), toFloat3(light.position)});
         connectorLine.drawLines(blend);
     }
 
     solidProgram.use();
-    setColour(solidProgram, colour);
-    solidProgram.setUniform("worldMatrix", world.data());
+    setColour(solidProgram, solidUniforms.colour, colour);
+    solidProgram.setUniform(solidUniforms.world, world.data());
     arrowHead.drawTriangles(blend);
     if (picking) arrowHead.drawPoints(blend);
 }
 
-double BeamwrightCOIHandlesLayer::screenConstantSize(
-    const std::shared_ptr<ViewportWrapper>& viewport, const Vec3d& point, double size) const {
-    return Tessera::Sorrel::ViewerUtils::screenConstantSize(
-        viewport->getWidth(), viewport->getHeight(), viewport->getViewMatrix44(),
-        viewport->getProjectionMatrix44(), point, size);
+double BeamwrightCOIHandlesLayer::screenConstantSize(const ViewportWrapper& viewport,
+                                                     const Vec3d& point, double size) {
+    // The viewport is asked in this order for every light, as it always was.
+    const double* const projection = valuesOrIdentity(viewport.getProjectionMatrix());
+    const double* const view = valuesOrIdentity(viewport.getViewMatrix());
+    const std::int32_t height = viewport.getHeight();
+    const std::int32_t width = viewport.getWidth();
+    return handleSizer(width, height, view, projection, point, size);
 }

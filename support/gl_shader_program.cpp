@@ -74,7 +74,7 @@ void GLShaderProgram::link() {
     if (status != GL_FALSE) {
         linked = true;
         // Locations of an earlier link are void.
-        uniformLocations.clear();
+        forgetLocations();
         return;
     }
 
@@ -109,37 +109,49 @@ void GLShaderProgram::cleanup() {
         program = 0;
     }
     linked = false;
-    uniformLocations.clear();
+    forgetLocations();
 }
 
-int GLShaderProgram::location(const std::string& name) {
+GLShaderProgram::Uniform GLShaderProgram::uniform(const std::string& name) {
     // Up to the first NUL, as GL would read the name.
-    const std::string key(name.c_str());
-    auto found = uniformLocations.find(key);
-    if (found == uniformLocations.end()) {
-        found = uniformLocations.emplace(key, glGetUniformLocation(program, key.c_str())).first;
+    const char* const key = name.c_str();
+    for (std::size_t index = 0; index < uniforms.size(); ++index)
+        if (uniforms[index].name == key) return {index};
+    uniforms.push_back({key});
+    return {uniforms.size() - 1};
+}
+
+void GLShaderProgram::forgetLocations() {
+    for (UniformEntry& entry : uniforms) entry.known = false;
+}
+
+int GLShaderProgram::location(Uniform uniform) {
+    UniformEntry& entry = uniforms[uniform.index];
+    if (!entry.known) {
+        entry.location = glGetUniformLocation(program, entry.name.c_str());
+        entry.known = true;
     }
-    return found->second;
+    return entry.location;
 }
 
-void GLShaderProgram::setUniform(const std::string& name, int value) {
-    if (const GLint at = location(name); at != kAbsentUniform) glUniform1i(at, value);
+void GLShaderProgram::setUniform(Uniform uniform, int value) {
+    if (const GLint at = location(uniform); at != kAbsentUniform) glUniform1i(at, value);
 }
 
-void GLShaderProgram::setUniform(const std::string& name, float value) {
-    if (const GLint at = location(name); at != kAbsentUniform) glUniform1f(at, value);
+void GLShaderProgram::setUniform(Uniform uniform, float value) {
+    if (const GLint at = location(uniform); at != kAbsentUniform) glUniform1f(at, value);
 }
 
-void GLShaderProgram::setUniform(const std::string& name, float x, float y) {
-    if (const GLint at = location(name); at != kAbsentUniform) glUniform2f(at, x, y);
+void GLShaderProgram::setUniform(Uniform uniform, float x, float y) {
+    if (const GLint at = location(uniform); at != kAbsentUniform) glUniform2f(at, x, y);
 }
 
-void GLShaderProgram::setUniform(const std::string& name, float x, float y, float z, float w) {
-    if (const GLint at = location(name); at != kAbsentUniform) glUniform4f(at, x, y, z, w);
+void GLShaderProgram::setUniform(Uniform uniform, float x, float y, float z, float w) {
+    if (const GLint at = location(uniform); at != kAbsentUniform) glUniform4f(at, x, y, z, w);
 }
 
-void GLShaderProgram::setUniform(const std::string& name, const double* matrix) {
-    if (const GLint at = location(name); at != kAbsentUniform) {
+void GLShaderProgram::setUniform(Uniform uniform, const double* matrix) {
+    if (const GLint at = location(uniform); at != kAbsentUniform) {
         glUniformMatrix4dv(at, /* count = */ 1, GL_FALSE, matrix);
     }
 }

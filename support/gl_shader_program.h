@@ -3,8 +3,9 @@
 // of uniform locations. Every failure is told on std::cerr and the object stays
 // usable; nothing throws.
 
-#include <map>
+#include <cstddef>
 #include <string>
+#include <vector>
 
 class GLShaderProgram {
 public:
@@ -25,13 +26,28 @@ public:
     /// Deletes the program and its attached shaders and forgets the locations.
     void cleanup();
 
-    // Uniforms by name; a name the program lacks is asked for once and then skipped.
-    void setUniform(const std::string& name, int value);
-    void setUniform(const std::string& name, float value);
-    void setUniform(const std::string& name, float x, float y);
-    void setUniform(const std::string& name, float x, float y, float z, float w);
+    /// A uniform by its place in this program's table of names: what a caller
+    /// that sets the same uniform often keeps, so that no name is compared again.
+    struct Uniform {
+        std::size_t index = 0;
+    };
+    /// Enters `name` (up to its first NUL) in the table, or finds it there. GL
+    /// is not asked: a location is asked for when the uniform is first set.
+    Uniform uniform(const std::string& name);
+
+    // A uniform the program lacks is asked for once per link and then skipped.
+    void setUniform(Uniform uniform, int value);
+    void setUniform(Uniform uniform, float value);
+    void setUniform(Uniform uniform, float x, float y);
+    void setUniform(Uniform uniform, float x, float y, float z, float w);
     /// Sixteen doubles, handed to GL untransposed.
-    void setUniform(const std::string& name, const double* matrix);
+    void setUniform(Uniform uniform, const double* matrix);
+
+    // The same by name.
+    template <typename... Values>
+    void setUniform(const std::string& name, Values... values) {
+        setUniform(uniform(name), values...);
+    }
 
     /// The GL program name; 0 when there is no program object.
     unsigned int id() const { return program; }
@@ -39,12 +55,20 @@ public:
 
 private:
     void compile(const std::string& text, const std::string& path, unsigned int shaderType);
-    /// The cached location of `name`, asking GL on the first request.
-    int location(const std::string& name);
+    /// The cached location of a uniform, asking GL on the first request.
+    int location(Uniform uniform);
+    /// Every location is to be asked for again.
+    void forgetLocations();
+
+    struct UniformEntry {
+        std::string name;
+        // -1 is kept like any other location, so an absent uniform costs GL
+        // one question per link.
+        int location = 0;
+        bool known = false;
+    };
 
     unsigned int program = 0;
     bool linked = false;
-    // -1 is stored like any other location, so an absent uniform costs GL one
-    // question per link.
-    std::map<std::string, int> uniformLocations;
+    std::vector<UniformEntry> uniforms;
 };

@@ -13,9 +13,6 @@ constexpr int kBlockSize = 3;
 /// Points are row vectors: the translation stands in the last row.
 constexpr int kTranslationRow = 3;
 
-/// Below this sum of squares (twice the smallest normal double, bits
-/// 0x0020000000000000) the squares have lost their precision.
-constexpr double kUnscaledLengthLimit = 2.0 * std::numeric_limits<double>::min();
 static_assert(kUnscaledLengthLimit == 4.450147717014403e-308);
 
 /// The reciprocal of the smallest normal double (bits 0x7FD0000000000000):
@@ -26,6 +23,9 @@ static_assert(kCofactorLimitScale == 4.49423283715579e307);
 constexpr Vec3d kAxisX{1.0, 0.0, 0.0};
 constexpr Vec3d kAxisY{0.0, 1.0, 0.0};
 constexpr Vec3d kAxisZ{0.0, 0.0, 1.0};
+
+/// Whether vectorLength(v) would be 0.0: every component is zero (a NaN is not).
+bool isZero(const Vec3d& v) { return v.x == 0.0 && v.y == 0.0 && v.z == 0.0; }
 
 bool isAffine(const Mat4d& m) {
     return m[0][3] == 0.0 && m[1][3] == 0.0 && m[2][3] == 0.0 && m[3][3] == 1.0;
@@ -123,10 +123,7 @@ Mat4d inverseGaussJordan(const Mat4d& m) {
 
 }  // namespace
 
-double vectorLength(const Vec3d& v) {
-    const double squares = v.x * v.x + v.y * v.y + v.z * v.z;
-    if (!(squares < kUnscaledLengthLimit)) return std::sqrt(squares);
-
+double shortVectorLength(const Vec3d& v) {
     const double ax = std::fabs(v.x);
     const double ay = std::fabs(v.y);
     const double az = std::fabs(v.z);
@@ -134,19 +131,6 @@ double vectorLength(const Vec3d& v) {
     if (largest == 0.0) return 0.0;
     const Vec3d scaled{ax / largest, ay / largest, az / largest};
     return largest * std::sqrt(dot(scaled, scaled));
-}
-
-Vec3d normalizedOrZero(const Vec3d& v) {
-    const double length = vectorLength(v);
-    if (length == 0.0) return {};
-    return {v.x / length, v.y / length, v.z / length};
-}
-
-Vec3d transformPoint(const Vec3d& p, const Mat4d& m) {
-    double h[kSize] = {};
-    for (int c = 0; c < kSize; ++c)
-        h[c] = p.x * m[0][c] + p.y * m[1][c] + p.z * m[2][c] + m[kTranslationRow][c];
-    return {h[0] / h[3], h[1] / h[3], h[2] / h[3]};
 }
 
 Vec3d transformDirection(const Vec3d& v, const Mat4d& m) {
@@ -193,27 +177,33 @@ Mat4d transpose(const Mat4d& m) {
 
 Mat4d inverse(const Mat4d& m) { return isAffine(m) ? inverseAffine(m) : inverseGaussJordan(m); }
 
-Mat4d alignZAxis(Vec3d target, Vec3d up) {
-    if (vectorLength(target) == 0.0) target = kAxisZ;
-    if (vectorLength(up) == 0.0) up = kAxisY;
-    if (vectorLength(cross(up, target)) == 0.0) {
+Axes alignedAxes(const Vec3d& targetGiven, const Vec3d& upGiven) {
+    const Vec3d target = isZero(targetGiven) ? kAxisZ : targetGiven;
+    Vec3d up = isZero(upGiven) ? kAxisY : upGiven;
+    Vec3d side = cross(up, target);
+    if (isZero(side)) {
         up = cross(target, kAxisX);
-        if (vectorLength(up) == 0.0) up = cross(target, kAxisZ);
+        if (isZero(up)) up = cross(target, kAxisZ);
+        side = cross(up, target);
     }
-    const Vec3d side = cross(up, target);
     const Vec3d top = cross(target, side);
+    return {normalizedOrZero(side), normalizedOrZero(top), normalizedOrZero(target)};
+}
 
+Mat4d alignZAxis(Vec3d target, Vec3d up) {
+    const Axes axes = alignedAxes(target, up);
     Mat4d result;
-    const Vec3d rows[kBlockSize] = {normalizedOrZero(side), normalizedOrZero(top),
-                                    normalizedOrZero(target)};
+    const Vec3d* const rows[kBlockSize] = {&axes.x, &axes.y, &axes.z};
     for (int r = 0; r < kBlockSize; ++r) {
-        for (int c = 0; c < kBlockSize; ++c) result[r][c] = rows[r][c];
+        result[r][0] = rows[r]->x;
+        result[r][1] = rows[r]->y;
+        result[r][2] = rows[r]->z;
     }
     return result;
 }
 
 Mat4d rotationFromTo(const Vec3d& from, const Vec3d& to, const Vec3d& up) {
-    if (vectorLength(from) == 0.0) return Mat4d();
+    if (isZero(from)) return Mat4d();
     // The first factor takes `from` onto the z axis, the second the z axis onto `to`.
     return multiply(transpose(alignZAxis(from, kAxisY)), alignZAxis(to, up));
 }

@@ -8,6 +8,9 @@
 // two named limits of vectorLength and inverse. Nothing here allocates, and a
 // NaN in the input is not caught: it passes on into the result.
 
+#include <cmath>
+#include <limits>
+
 #include "lqm/mat4.h"
 
 namespace Tessera::Sorrel::ViewerUtils {
@@ -38,16 +41,37 @@ inline Vec3d cross(const Vec3d& a, const Vec3d& b) {
 
 inline double dot(const Vec3d& a, const Vec3d& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
+/// Below this sum of squares (twice the smallest normal double, bits
+/// 0x0020000000000000) the squares have lost their precision.
+inline constexpr double kUnscaledLengthLimit = 2.0 * std::numeric_limits<double>::min();
+
+/// vectorLength of a vector whose sum of squares lies below kUnscaledLengthLimit.
+double shortVectorLength(const Vec3d& v);
+
 /// Euclidean length. Vectors so short that their squares lose precision are
 /// scaled by their largest component first, so (3e-200, 4e-200, 0) has length 5e-200.
-double vectorLength(const Vec3d& v);
+inline double vectorLength(const Vec3d& v) {
+    const double squares = v.x * v.x + v.y * v.y + v.z * v.z;
+    return squares < kUnscaledLengthLimit ? shortVectorLength(v) : std::sqrt(squares);
+}
 
 /// `v` divided by its length, or the zero vector when that length is 0.0.
-Vec3d normalizedOrZero(const Vec3d& v);
+inline Vec3d normalizedOrZero(const Vec3d& v) {
+    const double length = vectorLength(v);
+    if (length == 0.0) return {};
+    return {v.x / length, v.y / length, v.z / length};
+}
 
 /// The point `p` as the row vector (x, y, z, 1) times `m`, divided by the w
 /// that results (no test for zero).
-Vec3d transformPoint(const Vec3d& p, const Mat4d& m);
+[[gnu::always_inline]] inline Vec3d transformPoint(const Vec3d& p, const Mat4d& m) {
+    // Column by column, written out: this runs several times for every handle.
+    const auto column = [&p, &m](int c) {
+        return p.x * m[0][c] + p.y * m[1][c] + p.z * m[2][c] + m[3][c];
+    };
+    const double w = column(3);
+    return {column(0) / w, column(1) / w, column(2) / w};
+}
 
 /// The direction `v` as the row vector (x, y, z) times the upper 3x3 block of
 /// `m`: turned and scaled, not moved.
@@ -71,6 +95,16 @@ Mat4d transpose(const Mat4d& m);
 /// would overflow. Affine matrices (last column 0, 0, 0, 1) are inverted
 /// through the cofactors of their 3x3 block, all others by Gauss-Jordan.
 Mat4d inverse(const Mat4d& m);
+
+/// The rows of a rotation: where it takes the x, y and z axes.
+struct Axes {
+    Vec3d x;
+    Vec3d y;
+    Vec3d z;
+};
+
+/// The axes of alignZAxis(target, up), without the matrix around them.
+Axes alignedAxes(const Vec3d& target, const Vec3d& up);
 
 /// The rotation that turns the z axis into `target`, with the y axis as near to
 /// `up` as it can be. A zero `target` counts as (0, 0, 1) and a zero `up` as

@@ -148,9 +148,12 @@ HandlesScene::~HandlesScene() {
 
 void HandlesScene::drawPass() const { layer->draw(); }
 
-void HandlesScene::pickingPass() {
+void HandlesScene::startPicking() {
     viewport_->clearPickedAttrs();
     viewport_->setNextPickId(kFirstPickId);
+}
+
+void HandlesScene::pickingPass() const {
     layer->pickerDraw(0, 0, kSurfaceSize, kSurfaceSize, nothingPicked);
 }
 

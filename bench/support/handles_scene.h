@@ -29,8 +29,11 @@ public:
 
     /// The layer's draw pass, entered through its entry table as the host does.
     void drawPass() const;
+    /// Forgets the pick ids of an earlier picking pass, as the host does
+    /// before each; not part of what a pass costs.
+    void startPicking();
     /// The layer's picking pass over the whole viewport, nothing picked yet.
-    void pickingPass();
+    void pickingPass() const;
 
     BeamwrightLayerVDC& component();
     sorrel::Viewport& viewport() { return *viewport_; }
