@@ -2,11 +2,6 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-HostSuiteRegistry& hostSuiteRegistry() {
-    static HostSuiteRegistry suites;
-    return suites;
-}
-
 int fetchHostSuite(PluginHost* host, const char* name, unsigned int version, void** out) {
     if (host == nullptr) return kStatusFailed;
     *out = host->getHostSuite(name, version);

@@ -18,8 +18,12 @@ struct HostSuiteRegistry {
     const AttributeHostSuite* attributes = nullptr;
 };
 
-/// The process-wide tables; written by every setHost chain.
-HostSuiteRegistry& hostSuiteRegistry();
+/// The process-wide tables; written by every setHost chain. Inline: every
+/// call to the host starts here.
+inline HostSuiteRegistry& hostSuiteRegistry() {
+    static HostSuiteRegistry suites;
+    return suites;
+}
 
 /// The attribute table; a successful setHost is a precondition of every attribute call.
 inline const AttributeHostSuite& attributeHost() { return *hostSuiteRegistry().attributes; }

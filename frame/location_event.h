@@ -1,7 +1,7 @@
 #pragma once
 // A location event as a viewer delegate component reads it.
 
-#include <string>
+#include <string_view>
 
 #include "frame/abi/raw_location_event.h"
 #include "frame/attribute.h"
@@ -9,7 +9,8 @@
 namespace Tessera::Sorrel::ViewerAPI {
 
 struct LocationEvent {
-    std::string locationPath;
+    /// The host's text, lent for the call.
+    std::string_view locationPath;
     GroupAttribute attributes;
     DoubleAttribute transform;
     bool flag0 = false;
@@ -22,7 +23,7 @@ struct LocationEvent {
     bool stateChanged = false;
     bool flag20 = false;
 
-    /// Copies the text and takes references of its own to both attributes.
+    /// Points at the text and takes references of its own to both attributes.
     static LocationEvent fromRaw(const RawLocationEvent& raw);
 };
 

@@ -66,23 +66,21 @@ BeamwrightLayerVDC::~BeamwrightLayerVDC() {
 }
 
 bool BeamwrightLayerVDC::locationEvent(const LocationEvent& event, bool) {
-    const std::string& path = event.locationPath;
+    // The path's one copy: a new node keeps it as its key.
+    std::string text(event.locationPath);
     if (event.locationRemoved) {
-        removeLocation(path);
+        removeLocation(text);
         return false;
     }
 
-    LocationNode* node = lightSceneTree.find(path);
-    const bool isNew = node == nullptr;
-    if (!isNew && !event.attributesChanged && !event.transformChanged && !event.stateChanged)
+    // Parents are never made up: a location whose parent is unknown is dropped.
+    const auto [node, isNew] = lightSceneTree.findOrAdd(std::move(text));
+    if (node != nullptr && !isNew && !event.attributesChanged && !event.transformChanged &&
+        !event.stateChanged)
         return false;
-
     markLocationsDirty();
-    if (isNew) {
-        // Parents are never made up: a location whose parent is unknown is dropped.
-        node = lightSceneTree.findOrInsert(path, /* createMissingParents = */ false);
-        if (node == nullptr) return false;
-    }
+    if (node == nullptr) return false;
+    const std::string& path = *node->path;
 
     LightLocationData& data = node->data;
     if (isNew || event.attributesChanged || event.stateChanged) {
@@ -225,10 +223,16 @@ void BeamwrightLayerVDC::refreshSubtree(LocationNode* top) {
 
 void BeamwrightLayerVDC::collectLocationLights() {
     locationLights.clear();
-    const LightSceneTree& tree = lightSceneTree;
-    // An unlisted location does not hide what lies below it.
-    for (const LocationNode& node : tree.walk(tree.find(kRootPath))) {
-        const LightLocationData& data = node.data;
+    const LocationNode* const root = lightSceneTree.find(kRootPath);
+    if (root == nullptr) return;
+    // Breadth first, as walk() goes, through a queue kept from one rebuild to
+    // the next: nodes are appended behind and read in front, never popped.
+    pendingNodes.assign(1, root);
+    for (std::size_t next = 0; next < pendingNodes.size(); ++next) {
+        const LocationNode* const node = pendingNodes[next];
+        const LightLocationData& data = node->data;
+        // An unlisted location does not hide what lies below it.
         if (!data.excluded && data.isLight && data.showHandle) locationLights.push_back(&data);
+        for (const LocationNode* const child : node->children) pendingNodes.push_back(child);
     }
 }

@@ -70,6 +70,8 @@ private:
     std::unordered_set<vrt::Path, Tessera::Sorrel::ViewerUtils::VrtHash> selectedUsdPaths;
     LightSceneTree lightSceneTree;
     std::vector<const LightLocationData*> locationLights;
+    /// The queue of the walk that collects locationLights, kept for its capacity.
+    std::vector<const LocationNode*> pendingNodes;
     /// Never replaced; made for the stage's root path.
     const std::shared_ptr<SceneNode> usdRoot;
     std::vector<LightLocationData> usdLights;

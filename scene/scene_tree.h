@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "scene/breadth_first_iterator.h"
 
@@ -19,6 +20,8 @@ namespace UTIL::SceneTree {
 ///
 /// The index is the whole state: no root pointer, no count. Several nodes without
 /// parent may stand side by side; a walk starts wherever the caller looks up.
+/// findOrAdd remembers the parent it found last, since siblings tend to come
+/// one after another; every removal forgets it.
 template <class Node, class Iterator, class ConstIterator, class IndexMap, class PathClimber>
 class SceneTree {
 public:
@@ -36,6 +39,7 @@ public:
     /// how many nodes went. `node` stays in its parent's `children`: unlinking it
     /// first is the caller's matter.
     virtual std::uint64_t removeSubtree(Node* node) {
+        lastParent = nullptr;
         std::uint64_t removed = 0;
         for (Node* const child : node->children) removed += removeSubtree(child);
         nodeRemoving(node);
@@ -83,13 +87,36 @@ public:
         return node;
     }
 
-    Node* insertChild(Node* parent, const std::string& path) {
-        Node* const node = emplace(path);
-        node->depth = parent->depth + 1;
-        node->parent = parent;
-        parent->children.push_back(node);
-        nodeAdded(node);
-        return node;
+    Node* insertChild(Node* parent, const std::string& path) { return link(parent, emplace(path)); }
+
+    /// What findOrAdd answers: the node, and whether it was added.
+    struct Found {
+        Node* node = nullptr;
+        bool added = false;
+    };
+
+    /// The node at `path` if the tree has it; otherwise the node that
+    /// insert(path, false) would add, added with one look-up of the path, whose
+    /// text becomes its key. Null, and the tree as it was, where insert would
+    /// give null.
+    Found findOrAdd(std::string&& path) {
+        const auto [entry, added] = index.try_emplace(std::move(path));
+        Node* const node = &entry->second;
+        if (!added) return {node, false};
+        node->path = &entry->first;
+        const std::string_view parentPath = PathClimber::parentOf(entry->first);
+        if (parentPath.empty()) {
+            node->depth = 1;
+            nodeAdded(node);
+            return {node, true};
+        }
+        // A path without '/' is its own parent's path: it has no place in the tree.
+        Node* const parent = parentPath != entry->first ? findParent(parentPath) : nullptr;
+        if (parent == nullptr) {
+            index.erase(entry);
+            return {};
+        }
+        return {link(parent, node), true};
     }
 
     /// Breadth first from `start`, which comes first; a null start walks nothing.
@@ -104,6 +131,25 @@ protected:
     IndexMap index;
 
 private:
+    Node* link(Node* parent, Node* node) {
+        node->depth = parent->depth + 1;
+        node->parent = parent;
+        parent->children.push_back(node);
+        nodeAdded(node);
+        return node;
+    }
+
+    Node* findParent(std::string_view path) {
+        if (lastParent == nullptr || *lastParent->path != path) {
+            Node* const found = find(std::string(path));
+            if (found == nullptr) return nullptr;
+            lastParent = found;
+        }
+        return lastParent;
+    }
+
+    Node* lastParent = nullptr;
+
     Node* emplace(const std::string& path) {
         const auto [entry, added] = index.try_emplace(path);
         assert(added && "a path is inserted once");

@@ -2,6 +2,7 @@
 // SorrelPathClimber: steps from a location path to its parent's path.
 
 #include <string>
+#include <string_view>
 
 namespace UTIL::SceneTree {
 
@@ -10,6 +11,8 @@ struct SorrelPathClimber {
     /// "/root/a", and "/root" gives the empty string, the mark of a node without
     /// parent. A path without '/' is returned as it is.
     static std::string parentPath(const std::string& path);
+    /// The same, as a view into `path`.
+    static std::string_view parentOf(std::string_view path);
 };
 
 }  // namespace UTIL::SceneTree
