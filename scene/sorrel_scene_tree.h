@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "scene/breadth_first_iterator.h"
+#include "scene/node_pool.h"
 #include "scene/scene_tree.h"
 #include "scene/sorrel_location_node.h"
 #include "scene/sorrel_path_climber.h"
@@ -18,9 +19,29 @@ using SorrelNodeIterator = BreadthFirstIterator<SorrelLocationNode<Payload>>;
 template <class Payload>
 using SorrelConstNodeIterator = BreadthFirstIterator<const SorrelLocationNode<Payload>>;
 
-/// Node-based, so nodes and keys keep their addresses over rehashing.
+/// The pool that SorrelIndexMap's nodes come from, made before the map and
+/// given up after it.
+struct SorrelIndexPool {
+    NodePool pool;
+};
+
+/// Node-based, so nodes and keys keep their addresses over rehashing; the
+/// nodes come from a pool of the map's own.
 template <class Payload>
-using SorrelIndexMap = std::unordered_map<std::string, SorrelLocationNode<Payload>>;
+class SorrelIndexMap
+    : private SorrelIndexPool,
+      public std::unordered_map<
+          std::string, SorrelLocationNode<Payload>, std::hash<std::string>,
+          std::equal_to<std::string>,
+          PoolAllocator<std::pair<const std::string, SorrelLocationNode<Payload>>>> {
+public:
+    using Map = std::unordered_map<
+        std::string, SorrelLocationNode<Payload>, std::hash<std::string>,
+        std::equal_to<std::string>,
+        PoolAllocator<std::pair<const std::string, SorrelLocationNode<Payload>>>>;
+
+    SorrelIndexMap() : Map(typename Map::allocator_type(&pool)) {}
+};
 
 template <class Payload>
 class SorrelSceneTree : public SceneTree<SorrelLocationNode<Payload>, SorrelNodeIterator<Payload>,

@@ -134,9 +134,8 @@ double shortVectorLength(const Vec3d& v) {
 }
 
 Vec3d transformDirection(const Vec3d& v, const Mat4d& m) {
-    Vec3d out;
-    for (int c = 0; c < kBlockSize; ++c) out[c] = v.x * m[0][c] + v.y * m[1][c] + v.z * m[2][c];
-    return out;
+    const auto column = [&v, &m](int c) { return v.x * m[0][c] + v.y * m[1][c] + v.z * m[2][c]; };
+    return {column(0), column(1), column(2)};
 }
 
 Vec3d translationOf(const Mat4d& m) {
