@@ -148,4 +148,36 @@ TEST(SceneTree, RandomTreeAgreesWithAPlainSetOfPaths) {
     EXPECT_TRUE(expected.empty()) << "every kept node is visited";
 }
 
+TEST(SceneTree, FindOrAddAddsOnlyWhereInsertWouldAndForgetsRemovedParents) {
+    Tree tree;
+    // Short enough to live inside its node, where a stale look at it would still match.
+    const std::string top = "/root/a";
+    EXPECT_TRUE(tree.findOrAdd("/root").added);
+    const auto parent = tree.findOrAdd(std::string(top));
+    ASSERT_TRUE(parent.added);
+    const auto child = tree.findOrAdd(top + "/x");
+    ASSERT_TRUE(child.added);
+    EXPECT_EQ(child.node->parent, parent.node);
+    EXPECT_EQ(child.node->depth, 3);
+    EXPECT_EQ(*child.node->path, top + "/x");
+    const auto again = tree.findOrAdd(top + "/x");
+    EXPECT_FALSE(again.added);
+    EXPECT_EQ(again.node, child.node);
+
+    // No parent, or a path without '/': nothing added, the tree as it was.
+    EXPECT_EQ(tree.findOrAdd("/root/b/x").node, nullptr);
+    EXPECT_EQ(tree.findOrAdd("no slash").node, nullptr);
+    EXPECT_EQ(tree.size(), 3u);
+    EXPECT_EQ(tree.find("/root/b/x"), nullptr);
+
+
+    // The parent found last goes with a subtree: a child of its path has none.
+    ASSERT_TRUE(tree.findOrAdd(top + "/x/z").added);
+    unlink(parent.node);
+    tree.removeSubtree(parent.node);
+    EXPECT_EQ(tree.findOrAdd(top + "/x/w").node, nullptr);
+    EXPECT_EQ(tree.size(), 1u);
+}
+
 }  // namespace
+

@@ -1,5 +1,6 @@
 // Vector length and normalisation, matrix inverse, and the rotations that
-// align the z axis, checked against formulas written here independently.
+// align the z axis, checked against formulas written here independently; the
+// shortcuts the handles take, checked bit for bit against the general way.
 
 #include "support/vector_matrix.h"
 
@@ -8,7 +9,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <random>
+
+#include "handles/handle_transform.h"
+#include "support/screen_constant_size.h"
 
 using namespace Tessera::Sorrel::ViewerUtils;
 
@@ -113,6 +118,88 @@ TEST(Inverse, InvertsOrGivesTheIdentityForSingularOrOverflowingMatrices) {
         EXPECT_LT(largestDifference(multiply(inverted, m), Mat4d()), kTolerance * scale) << n;
         EXPECT_LT(largestDifference(multiply(m, inverted), Mat4d()), kTolerance * scale) << n;
         EXPECT_TRUE(!affine || (inverted[0][3] == 0.0 && inverted[3][3] == 1.0)) << n;
+    }
+}
+
+bool sameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
+
+bool sameBits(const Mat4d& a, const Mat4d& b) {
+    return std::memcmp(a.data(), b.data(), sizeof(double) * Mat4d::kCount) == 0;
+}
+
+TEST(HandleWorldMatrix, EqualsTheGeneralProductBitForBitEvenForZerosInfinitiesAndNaN) {
+    const auto general = [](const Vec3d& toCamera, const Vec3d& up, double scale,
+                            const Vec3d& position) {
+        return multiply(multiply(rotationFromTo({0.0, 0.0, 1.0}, toCamera, up), scalingMatrix(scale)),
+                        translationMatrix(position));
+    };
+    // Along the axes the rotation is full of zeros, which a negative scale signs.
+    EXPECT_TRUE(sameBits(handleWorldMatrix({0.0, 0.0, 5.0}, {0.0, 1.0, 0.0}, -2.0, {-0.0, 1.0, 0.0}),
+                         general({0.0, 0.0, 5.0}, {0.0, 1.0, 0.0}, -2.0, {-0.0, 1.0, 0.0})));
+
+    std::mt19937 random(20240611);
+    std::uniform_real_distribution<double> value(-50.0, 50.0);
+    const double specials[] = {0.0, -0.0, 1e300, -4e-310, INFINITY, -INFINITY, NAN};
+    constexpr int kInputs = 10;
+    for (int n = 0; n < kRandomCases; ++n) {
+        double in[kInputs];
+        for (double& v : in) v = value(random);
+        // Every other case one input is a special value, or the view is straight on.
+        if (n % 2 == 0) in[random() % kInputs] = specials[random() % std::size(specials)];
+        if (n % 5 == 0) in[0] = in[1] = 0.0;
+        const Vec3d toCamera{in[0], in[1], in[2]};
+        const Vec3d up{in[3], in[4], in[5]};
+        const Vec3d position{in[7], in[8], in[9]};
+        EXPECT_TRUE(sameBits(handleWorldMatrix(toCamera, up, in[6], position),
+                             general(toCamera, up, in[6], position)))
+            << "case " << n;
+    }
+}
+
+TEST(ScreenConstantSizer, AgreesWithTheFreeFunctionAndFollowsEveryChangeOfEitherMatrix) {
+    // Row vectors: the camera looks down -z from `distance`, then a perspective.
+    const auto view = [](double distance, double turn) {
+        Mat4d m;
+        m[0][0] = std::cos(turn);
+        m[0][2] = -std::sin(turn);
+        m[2][0] = std::sin(turn);
+        m[2][2] = std::cos(turn);
+        m[3][2] = -distance;
+        return m;
+    };
+    const auto perspective = [](double focal) {
+        constexpr double kNear = 0.1;
+        constexpr double kFar = 100.0;
+        Mat4d m(std::array<double, 16>{});
+        m[0][0] = focal;
+        m[1][1] = focal;
+        m[2][2] = (kFar + kNear) / (kNear - kFar);
+        m[2][3] = -1.0;
+        m[3][2] = 2.0 * kFar * kNear / (kNear - kFar);
+        return m;
+    };
+    struct Step {
+        Mat4d view;
+        Mat4d projection;
+        int width;
+        int height;
+    };
+    const Step steps[] = {
+        {view(10.0, 0.0), perspective(2.0), 640, 480},  {view(10.0, 0.0), perspective(2.0), 640, 480},
+        {view(20.0, 0.0), perspective(2.0), 640, 480},  {view(20.0, 0.0), perspective(3.0), 640, 480},
+        {view(20.0, 0.3), perspective(3.0), 480, 640},  {view(10.0, 0.0), perspective(2.0), 640, 480},
+    };
+    ScreenConstantSizer sizer;
+    const Vec3d points[] = {{0.0, 0.0, 0.0}, {1.5, -2.0, 3.0}};
+    for (const Step& step : steps) {
+        for (const Vec3d& point : points) {
+            const double expected =
+                screenConstantSize(step.width, step.height, step.view, step.projection, point, 120.0);
+            EXPECT_TRUE(sameBits(sizer(step.width, step.height, step.view.data(),
+                                       step.projection.data(), point, 120.0),
+                                 expected))
+                << "step " << (&step - steps) << ", expected " << expected;
+        }
     }
 }
 
