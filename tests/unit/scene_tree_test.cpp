@@ -170,7 +170,6 @@ TEST(SceneTree, FindOrAddAddsOnlyWhereInsertWouldAndForgetsRemovedParents) {
     EXPECT_EQ(tree.size(), 3u);
     EXPECT_EQ(tree.find("/root/b/x"), nullptr);
 
-
     // The parent found last goes with a subtree: a child of its path has none.
     ASSERT_TRUE(tree.findOrAdd(top + "/x/z").added);
     unlink(parent.node);
@@ -180,4 +179,3 @@ TEST(SceneTree, FindOrAddAddsOnlyWhereInsertWouldAndForgetsRemovedParents) {
 }
 
 }  // namespace
-

@@ -130,12 +130,14 @@ bool sameBits(const Mat4d& a, const Mat4d& b) {
 TEST(HandleWorldMatrix, EqualsTheGeneralProductBitForBitEvenForZerosInfinitiesAndNaN) {
     const auto general = [](const Vec3d& toCamera, const Vec3d& up, double scale,
                             const Vec3d& position) {
-        return multiply(multiply(rotationFromTo({0.0, 0.0, 1.0}, toCamera, up), scalingMatrix(scale)),
-                        translationMatrix(position));
+        return multiply(
+            multiply(rotationFromTo({0.0, 0.0, 1.0}, toCamera, up), scalingMatrix(scale)),
+            translationMatrix(position));
     };
     // Along the axes the rotation is full of zeros, which a negative scale signs.
-    EXPECT_TRUE(sameBits(handleWorldMatrix({0.0, 0.0, 5.0}, {0.0, 1.0, 0.0}, -2.0, {-0.0, 1.0, 0.0}),
-                         general({0.0, 0.0, 5.0}, {0.0, 1.0, 0.0}, -2.0, {-0.0, 1.0, 0.0})));
+    EXPECT_TRUE(
+        sameBits(handleWorldMatrix({0.0, 0.0, 5.0}, {0.0, 1.0, 0.0}, -2.0, {-0.0, 1.0, 0.0}),
+                 general({0.0, 0.0, 5.0}, {0.0, 1.0, 0.0}, -2.0, {-0.0, 1.0, 0.0})));
 
     std::mt19937 random(20240611);
     std::uniform_real_distribution<double> value(-50.0, 50.0);
@@ -185,16 +187,19 @@ TEST(ScreenConstantSizer, AgreesWithTheFreeFunctionAndFollowsEveryChangeOfEither
         int height;
     };
     const Step steps[] = {
-        {view(10.0, 0.0), perspective(2.0), 640, 480},  {view(10.0, 0.0), perspective(2.0), 640, 480},
-        {view(20.0, 0.0), perspective(2.0), 640, 480},  {view(20.0, 0.0), perspective(3.0), 640, 480},
-        {view(20.0, 0.3), perspective(3.0), 480, 640},  {view(10.0, 0.0), perspective(2.0), 640, 480},
+        {view(10.0, 0.0), perspective(2.0), 640, 480},
+        {view(10.0, 0.0), perspective(2.0), 640, 480},
+        {view(20.0, 0.0), perspective(2.0), 640, 480},
+        {view(20.0, 0.0), perspective(3.0), 640, 480},
+        {view(20.0, 0.3), perspective(3.0), 480, 640},
+        {view(10.0, 0.0), perspective(2.0), 640, 480},
     };
     ScreenConstantSizer sizer;
     const Vec3d points[] = {{0.0, 0.0, 0.0}, {1.5, -2.0, 3.0}};
     for (const Step& step : steps) {
         for (const Vec3d& point : points) {
-            const double expected =
-                screenConstantSize(step.width, step.height, step.view, step.projection, point, 120.0);
+            const double expected = screenConstantSize(step.width, step.height, step.view,
+                                                       step.projection, point, 120.0);
             EXPECT_TRUE(sameBits(sizer(step.width, step.height, step.view.data(),
                                        step.projection.data(), point, 120.0),
                                  expected))
