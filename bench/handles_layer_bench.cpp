@@ -6,24 +6,16 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-
 #include "bench/support/handles_scene.h"
+#include "bench/support/seconds_of.h"
+
+using bench::secondsOf;
 
 namespace {
 
 constexpr double kNanosecondsPerSecond = 1e9;
 /// The plugin's own instructions a light may cost; the ratio here is in time.
 constexpr double kGoalInstructionsPerLight = 1000.0;
-
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work&& work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 template <class Prepare, class Pass, class FloorPass>
 void measure(benchmark::State& state, Prepare prepare, Pass pass, FloorPass floorPass) {

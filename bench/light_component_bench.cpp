@@ -5,12 +5,12 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "bench/support/seconds_of.h"
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_plugin_base.h"
@@ -21,6 +21,8 @@
 
 using namespace Tessera::Sorrel::ViewerAPI;
 
+using bench::secondsOf;
+
 namespace {
 
 constexpr std::size_t kChildrenPerLocation = 8;
@@ -30,15 +32,7 @@ constexpr double kNanosecondsPerSecond = 1e9;
 constexpr double kMicrosecondsPerSecond = 1e6;
 constexpr int kIngestIterations = 5;
 
-using Clock = std::chrono::steady_clock;
 using FloorMap = std::unordered_map<std::string, LightLocationData>;
-
-template <class Work>
-double secondsOf(Work&& work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
 
 void attachHost() {
     static const bool attached = [] {

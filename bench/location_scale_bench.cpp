@@ -9,7 +9,6 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
-#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <new>
@@ -18,7 +17,10 @@
 
 #include "bench/support/host_share.h"
 #include "bench/support/location_scene.h"
+#include "bench/support/seconds_of.h"
 #include "scene/light_component.h"
+
+using bench::secondsOf;
 
 namespace {
 
@@ -33,15 +35,6 @@ void count(void* block, std::int64_t sign) {
     if (block == nullptr) return;
     const auto bytes = static_cast<std::int64_t>(malloc_usable_size(block));
     (bench::insideHost() ? heap.host : heap.plugin) += sign * bytes;
-}
-
-using Clock = std::chrono::steady_clock;
-
-template <class Work>
-double secondsOf(Work&& work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 void ingestAndRebuild(benchmark::State& state) {

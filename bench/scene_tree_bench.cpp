@@ -4,13 +4,15 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "bench/support/seconds_of.h"
 #include "scene/sorrel_scene_tree.h"
+
+using bench::secondsOf;
 
 namespace {
 
@@ -24,8 +26,6 @@ struct Payload {
 
 using Tree = UTIL::SceneTree::SorrelSceneTree<Payload>;
 using FloorMap = std::unordered_map<std::string, Payload>;
-using Clock = std::chrono::steady_clock;
-
 /// "/root" and its descendants, level by level, so that parents come first.
 std::vector<std::string> makePaths(std::size_t count) {
     std::vector<std::string> paths{"/root"};
@@ -35,13 +35,6 @@ std::vector<std::string> makePaths(std::size_t count) {
         }
     }
     return paths;
-}
-
-template <class Work>
-double secondsOf(Work&& work) {
-    const Clock::time_point start = Clock::now();
-    work();
-    return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 void report(benchmark::State& state, double treeSeconds, double floorSeconds) {
