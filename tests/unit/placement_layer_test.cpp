@@ -12,27 +12,26 @@
 #include "frame/viewport_layer_suite.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
+#include "tests/support/mouse_event.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using sorrel::AttrRef;
+using testing_support::kControl;
+using testing_support::kShift;
+using testing_support::MouseButtons;
 using testing_support::RecordingLayer;
 using testing_support::RecordingManipulator;
 
 namespace {
 
-constexpr int kShift = 0x02000000;
-constexpr int kControl = 0x04000000;
+// Where every event of these tests points, pixels.
+constexpr int kPointerX = 10;
+constexpr int kPointerY = 20;
 
-AttrRef mouse(const char* type, int button, int buttons, int modifiers) {
-    return sorrel::groupAttr(
-        {{"type", sorrel::stringAttr(type)},
-         {"data", sorrel::groupAttr({{"x", sorrel::intAttr(10)},
-                                     {"y", sorrel::intAttr(20)},
-                                     {"button", sorrel::intAttr(button)},
-                                     {"buttons", sorrel::intAttr(buttons)},
-                                     {"modifiers", sorrel::intAttr(modifiers)}})}});
+AttrRef mouse(const char* type, const MouseButtons& state) {
+    return testing_support::mouseEvent(type, kPointerX, kPointerY, state);
 }
 
 AttrRef reply(std::vector<float> point, std::vector<float> normal) {
@@ -102,30 +101,7 @@ protected:
     std::vector<AttrRef> packages;
 };
 
-TEST_F(PlacementLayer, ModesAreChosenByExactLabelAndMarkTheViewportOnChange) {
-    for (const char* flag : {"PositionLocked", "FixedRotation", "HandleAtOrigin", "ShadowHandles"})
-        EXPECT_FALSE(flagOption(flag)) << flag;
-
-    layer->setOption("Mode", sorrel::stringAttr("Shadow"));
-    layer->setOption("Mode", sorrel::stringAttr("Shadow"));
-    EXPECT_EQ(viewport->dirtyCount(), 1u) << "the same mode twice marks once";
-    EXPECT_TRUE(flagOption("ShadowHandles"));
-
-    layer->setOption("Mode", sorrel::stringAttr("normal"));
-    EXPECT_EQ(beamwright().placementMode(), BeamwrightLayer::PlacementMode::ModeNone);
-    EXPECT_EQ(viewport->dirtyCount(), 2u);
-    EXPECT_FALSE(flagOption("ShadowHandles"));
-
-    layer->setOption("Mode", sorrel::stringAttr("Face - Center - Oriented to Normal"));
-    EXPECT_TRUE(flagOption("HandleAtOrigin"));
-    layer->setOption("Mode", sorrel::stringAttr("Edit Light Materials"));
-    EXPECT_TRUE(flagOption("PositionLocked"));
-    layer->setOption("Mode", sorrel::stringAttr("Fixed Rotation"));
-    EXPECT_TRUE(flagOption("FixedRotation"));
-    EXPECT_FALSE(layer->getOption("Mode")) << "set-only keys read back as null";
-}
-
-TEST_F(PlacementLayer, EveryLabelSelectsItsModeAndOnlyItsFlags) {
+TEST_F(PlacementLayer, EveryLabelSelectsItsModeAndOnlyItsFlagsAndAChangeMarksTheViewport) {
     const char* const labels[] = {"Edit Light Materials",
                                   "Fixed Rotation",
                                   "Normal",
@@ -137,9 +113,14 @@ TEST_F(PlacementLayer, EveryLabelSelectsItsModeAndOnlyItsFlags) {
                                   "Object Surface",
                                   "Object Surface - Oriented to Normal",
                                   "Object - Center"};
+    for (const char* flag : {"PositionLocked", "FixedRotation", "HandleAtOrigin", "ShadowHandles"})
+        EXPECT_FALSE(flagOption(flag)) << flag;
     int value = 1;
     for (const char* label : labels) {
         layer->setOption("Mode", sorrel::stringAttr(label));
+        layer->setOption("Mode", sorrel::stringAttr(label));
+        EXPECT_EQ(viewport->dirtyCount(), static_cast<std::uint64_t>(value))
+            << label << ": the same mode twice marks once";
         EXPECT_EQ(static_cast<int>(beamwright().placementMode()), value) << label;
         EXPECT_EQ(flagOption("PositionLocked"), value == 1) << label;
         EXPECT_EQ(flagOption("FixedRotation"), value == 2) << label;
@@ -147,6 +128,11 @@ TEST_F(PlacementLayer, EveryLabelSelectsItsModeAndOnlyItsFlags) {
         EXPECT_EQ(flagOption("HandleAtOrigin"), value >= 7) << label << ": on the snapped point";
         ++value;
     }
+    layer->setOption("Mode", sorrel::stringAttr("object - Center"));
+    EXPECT_EQ(beamwright().placementMode(), BeamwrightLayer::PlacementMode::ModeNone)
+        << "labels match exactly";
+    EXPECT_FALSE(flagOption("HandleAtOrigin"));
+    EXPECT_FALSE(layer->getOption("Mode")) << "set-only keys read back as null";
 }
 
 TEST_F(PlacementLayer, EnabledReachesTheSelectionLayerFirstAndTheHandlesLayerUnchanged) {
@@ -194,7 +180,8 @@ TEST_F(PlacementLayer, MouseEventsSendModifiersPlacementsAndPackagesByTheTable) 
         const std::string where = std::string(row.type) + " button " + std::to_string(row.button) +
                                   " buttons " + std::to_string(row.buttons) + " modifiers " +
                                   std::to_string(row.modifiers);
-        EXPECT_EQ(layer->event(mouse(row.type, row.button, row.buttons, row.modifiers)), row.result)
+        EXPECT_EQ(layer->event(mouse(row.type, {row.button, row.buttons, row.modifiers})),
+                  row.result)
             << where;
         for (std::size_t h = 0; h < 2; ++h) {
             EXPECT_EQ(sent("CurrentModifiers", h), row.modifiersSent ? 1u : 0u) << where;
@@ -205,7 +192,7 @@ TEST_F(PlacementLayer, MouseEventsSendModifiersPlacementsAndPackagesByTheTable) 
 }
 
 TEST_F(PlacementLayer, DisabledLayerOrMissingDataSendsNothing) {
-    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", 1, 1, kShift)));
+    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
     enableIn("Normal");
     EXPECT_FALSE(layer->event(sorrel::groupAttr({{"type", sorrel::stringAttr("MouseMove")}})));
     EXPECT_TRUE(manipulator->handles[0].received.empty());
@@ -216,7 +203,7 @@ TEST_F(PlacementLayer, DisabledLayerOrMissingDataSendsNothing) {
 TEST_F(PlacementLayer, LeftDragSendsOnePlacementToEveryHandle) {
     enableIn("Normal");
     layer->setOption("DefaultDistance", sorrel::doubleAttr(4.0));
-    layer->event(mouse("MouseMove", 0, 1, 0));
+    layer->event(mouse("MouseMove", {0, 1, 0}));
     const AttrRef first = lastLightData(0);
     ASSERT_TRUE(first);
     EXPECT_EQ(first.get(), lastLightData(1).get()) << "the very same group on each handle";
@@ -233,7 +220,7 @@ TEST_F(PlacementLayer, LeftDragSendsOnePlacementToEveryHandle) {
 
     // Nothing under the cursor: the handles hear a null "LightData".
     snapping->answers.clear();
-    layer->event(mouse("MouseMove", 0, 1, 0));
+    layer->event(mouse("MouseMove", {0, 1, 0}));
     EXPECT_EQ(sent("LightData"), 2u);
     EXPECT_FALSE(lastLightData());
 }
@@ -259,7 +246,7 @@ TEST_F(PlacementLayer, RequestsAndRepliesFollowTheMode) {
         layer->setOption("Mode", sorrel::stringAttr(c.mode));
         snapping->received.clear();
         sorrel::PluginHost::instance().clearRequests();
-        layer->event(mouse("MouseButtonPress", 1, 1, 0));
+        layer->event(mouse("MouseButtonPress", {1, 1, 0}));
         const auto& tables = sorrel::PluginHost::instance().requests();
         EXPECT_EQ(std::count(tables.begin(), tables.end(), "ViewportCameraHost 2"),
                   c.readsCamera ? 1 : 0)
@@ -288,7 +275,7 @@ TEST_F(PlacementLayer, RequestsAndRepliesFollowTheMode) {
     };
     for (const AttrRef& answer : malformed) {
         snapping->answers = {{"SnappingLayer.PickOnDemand", answer}};
-        layer->event(mouse("MouseMove", 0, 1, 0));
+        layer->event(mouse("MouseMove", {0, 1, 0}));
         EXPECT_FALSE(lastLightData()) << answer.describe();
     }
 }
@@ -297,7 +284,7 @@ TEST_F(PlacementLayer, ShiftPressCreatesAPackageAimedAlongThePlacement) {
     enableIn("Normal");
     layer->setOption("MarquetteNodeName", sorrel::stringAttr(""));
     snapping->answers = {{"SnappingLayer.PickOnDemand", reply({0, 0, 0}, {0, 1, 0})}};
-    EXPECT_TRUE(layer->event(mouse("MouseButtonPress", 1, 1, kShift)));
+    EXPECT_TRUE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
     ASSERT_EQ(packages.size(), 1u);
     const AttrRef& package = packages[0];
     EXPECT_EQ(package.describe().substr(0, 75),
@@ -314,7 +301,7 @@ TEST_F(PlacementLayer, ShiftPressCreatesAPackageAimedAlongThePlacement) {
 
     // Nothing under the cursor creates nothing.
     snapping->answers.clear();
-    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", 1, 1, kShift)));
+    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
     EXPECT_EQ(packages.size(), 1u);
 }
 
@@ -339,7 +326,7 @@ TEST_F(PlacementLayer, CloneMarkerOnlyAtTheStartTakesDistancesFromTheSelection) 
         layer->setOption("PackageClassName", sorrel::stringAttr(c.className));
         packages.clear();
         const std::size_t callsBefore = delegate.methodCalls().size();
-        layer->event(mouse("MouseButtonPress", 1, 1, kShift));
+        layer->event(mouse("MouseButtonPress", {1, 1, kShift}));
         ASSERT_EQ(packages.size(), 1u) << c.className;
         EXPECT_EQ(delegate.methodCalls().size() - callsBefore, c.clone ? 2u : 1u) << c.className;
         EXPECT_EQ(packages[0].child("PackageClassName").stringValue(), c.className);

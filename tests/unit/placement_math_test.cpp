@@ -9,7 +9,10 @@
 #include <random>
 #include <string_view>
 
+#include "tests/support/near.h"
+
 using namespace Tessera::Sorrel::ViewerUtils;
+using testing_support::near;
 
 namespace {
 
@@ -17,15 +20,11 @@ constexpr double kPrintedPrecision = 1e-5;
 constexpr double kTolerance = 1e-12;
 using Mode = PlacementMode;
 
-void expectNear(const Vec3d& actual, const Vec3d& expected, double tolerance = kTolerance) {
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(actual[i], expected[i], tolerance) << "component " << i;
-}
-
 void expectPose(const std::optional<LightPose>& pose, const Vec3d& position, const Vec3d& direction,
                 double tolerance = kPrintedPrecision) {
     ASSERT_TRUE(pose.has_value());
-    expectNear(pose->position, position, tolerance);
-    expectNear(pose->direction, direction, tolerance);
+    EXPECT_TRUE(near(pose->position, position, tolerance));
+    EXPECT_TRUE(near(pose->direction, direction, tolerance));
 }
 
 /// The row-vector rotation by `a` radians about one axis (0 x, 1 y, 2 z), as
@@ -57,12 +56,12 @@ TEST(RotationDegrees, TurnsTheRestDirectionOntoTheGivenOne) {
         {{0, 1, 0}, {-90, 0, -180}},
     };
     for (const auto& c : cases) {
-        expectNear(rotationDegreesForDirection(c.direction), c.degrees, kPrintedPrecision);
+        EXPECT_TRUE(near(rotationDegreesForDirection(c.direction), c.degrees, kPrintedPrecision));
         const Mat4d r = rotationFromTo({0, 0, -1}, c.direction, {0, 1, 0});
-        expectNear({-r[2][0], -r[2][1], -r[2][2]}, c.direction);
+        EXPECT_TRUE(near(Vec3d{-r[2][0], -r[2][1], -r[2][2]}, c.direction, kTolerance));
     }
     // A zero direction turns as (0, 0, 1) does.
-    expectNear(rotationDegreesForDirection({}), {180, 0, -180}, kPrintedPrecision);
+    EXPECT_TRUE(near(rotationDegreesForDirection({}), {180, 0, -180}, kPrintedPrecision));
 }
 
 TEST(EulerAngles, RotateAndExtractAgreeWithRotationsAboutEachAxis) {
@@ -82,7 +81,7 @@ TEST(EulerAngles, RotateAndExtractAgreeWithRotationsAboutEachAxis) {
 
         EulerAngles extracted(true, false, true, 0);
         extractEuler(extracted, rotation);
-        expectNear(toXyzAngles(extracted), angles, 1e-9);
+        EXPECT_TRUE(near(toXyzAngles(extracted), angles, 1e-9));
     }
 }
 

@@ -14,8 +14,10 @@
 
 #include "handles/handle_transform.h"
 #include "support/screen_constant_size.h"
+#include "tests/support/near.h"
 
 using namespace Tessera::Sorrel::ViewerUtils;
+using testing_support::near;
 
 namespace {
 
@@ -23,10 +25,6 @@ constexpr int kRandomCases = 2000;
 constexpr double kTolerance = 1e-9;
 
 Vec3d row(const Mat4d& m, int r) { return {m[r][0], m[r][1], m[r][2]}; }
-
-void expectNear(const Vec3d& actual, const Vec3d& expected, double tolerance = kTolerance) {
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(actual[i], expected[i], tolerance) << "component " << i;
-}
 
 /// The largest absolute element of a - b; of a alone by default.
 double largestDifference(const Mat4d& a, const Mat4d& b = Mat4d(std::array<double, 16>{})) {
@@ -38,9 +36,9 @@ double largestDifference(const Mat4d& a, const Mat4d& b = Mat4d(std::array<doubl
 TEST(VectorLength, ScalesVectorsWhoseSquaresUnderflow) {
     EXPECT_DOUBLE_EQ(vectorLength({3e-200, 4e-200, 0.0}), 5e-200);
     EXPECT_EQ(vectorLength({3.0, 4.0, 12.0}), 13.0);
-    expectNear(normalizedOrZero({0.0, -3e-200, 4e-200}), {0.0, -0.6, 0.8}, 1e-15);
+    EXPECT_TRUE(near(normalizedOrZero({0.0, -3e-200, 4e-200}), {0.0, -0.6, 0.8}, 1e-15));
     EXPECT_EQ(vectorLength({}), 0.0);
-    expectNear(normalizedOrZero({0.0, -0.0, 0.0}), {}, 0.0);  // no division by a zero length
+    EXPECT_TRUE(near(normalizedOrZero({0.0, -0.0, 0.0}), {}, 0.0));  // no division by a zero length
     EXPECT_TRUE(std::isnan(vectorLength({NAN, 1.0, 0.0})));
 }
 
@@ -74,16 +72,17 @@ TEST(AlignZAxis, GivesRightHandedOrthonormalRowsFallingBackForZeroAndParallelVec
             EXPECT_EQ(m[r][3], 0.0);
             EXPECT_NEAR(dot(row(m, r), row(m, (r + 1) % 3)), 0.0, kTolerance);
         }
-        expectNear(cross(row(m, 0), row(m, 1)), row(m, 2));
-        expectNear(row(m, 2), normalizedOrZero(target));
+        EXPECT_TRUE(near(cross(row(m, 0), row(m, 1)), row(m, 2), kTolerance));
+        EXPECT_TRUE(near(row(m, 2), normalizedOrZero(target), kTolerance));
         EXPECT_GE(dot(row(m, 1), up), 0.0) << "y leans towards up";
         EXPECT_NEAR(dot(row(m, 0), up), 0.0, kTolerance * vectorLength(up)) << "x is across up";
 
         // rotationFromTo carries `from`, a row vector times the 3x3 block, onto `to`.
         const Mat4d turning = rotationFromTo(up, target, {0.0, 1.0, 0.0});
         const Vec3d from = normalizedOrZero(up);
-        expectNear(row(turning, 0) * from.x + row(turning, 1) * from.y + row(turning, 2) * from.z,
-                   normalizedOrZero(target));
+        EXPECT_TRUE(
+            near(row(turning, 0) * from.x + row(turning, 1) * from.y + row(turning, 2) * from.z,
+                 normalizedOrZero(target), kTolerance));
     }
 }
 
