@@ -14,6 +14,7 @@
 #include "host/viewer/picking.h"
 #include "host/viewer_stage.h"
 #include "tests/support/light_attributes.h"
+#include "tests/support/mouse_event.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -43,11 +44,7 @@ AttrRef light(double distance, const std::array<std::uint8_t, 4>& colour) {
 }
 
 AttrRef mouseMove(const PickArea& pixel) {
-    return groupAttr({{"type", stringAttr("MouseMove")},
-                      {"data", groupAttr({{"x", intAttr(pixel.x)},
-                                          {"y", intAttr(pixel.y)},
-                                          {"buttons", intAttr(0)},
-                                          {"modifiers", intAttr(0)}})}});
+    return testing_support::mouseEvent("MouseMove", pixel.x, pixel.y);
 }
 
 class HandlesInViewer : public testing_support::PluginContractTest {
@@ -122,18 +119,6 @@ TEST_F(HandlesInViewer, LightsOfTheSceneAreDrawnPickedHoveredAndFollowed) {
     EXPECT_FALSE(handles().event(mouseMove(keyHead)));
     EXPECT_EQ(stage->viewport().dirtyCount(), redraws + 1) << "one redraw for the new hover";
     EXPECT_EQ(drawn().at(keyHead.x, keyHead.y), kKeyColour) << "a hovered light keeps its colour";
-
-    // A selected light has no handle and is picked all the same.
-    stage->select({kKey});
-    EXPECT_EQ(drawn().at(keyHead.x, keyHead.y), kNothing);
-    EXPECT_EQ(pickedAt(keyHead), kKey);
-
-    // Left out of picking, the light can no longer be hovered by its handle.
-    placement().setOption("ViewportLayer.ExcludedLocationsPicking",
-                          AttrRef(AttributeModel::instance().makeStrings({kKey})));
-    EXPECT_EQ(pickedAt(keyHead), "");
-    handles().event(mouseMove(keyHead));
-    EXPECT_EQ(stage->viewport().dirtyCount(), redraws + 2) << "the hover ends";
 
     // Handles follow the scene: a moved group carries its lights, a removed one takes them.
     stage->delegate().moveLocation("/root/lights", translationMatrix(0, -2, 0));

@@ -6,8 +6,6 @@
 #include <vector>
 
 #include "host/core/plugin_objects.h"
-#include "host/viewer/gl_context.h"
-#include "host/viewer_stage.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -113,18 +111,6 @@ TEST_F(PluginEntry, ComponentEntriesCopyEventsAndSelectionsAndKeepTheReferenceRu
     EXPECT_FALSE(component.attributeQueryB("anything"));
     EXPECT_FALSE(component.getOption(1));
     component.setOption(1, intAttr(1));
-}
-
-TEST_F(PluginEntry, ViewerStageLoadsEveryRowOnceByItsKind) {
-    const GLContext gl(64, 64);  // layers may build GL objects in setup
-    ViewerStage stage(64, 64, {0, 0, 8}, {0, 0, 0}, &plugin());
-    EXPECT_NE(stage.delegate().component("BeamwrightLayerVDC"), nullptr);
-    EXPECT_EQ(stage.delegate().component("BeamwrightLayer"), nullptr) << "a layer is no component";
-    EXPECT_NE(stage.viewport().pluginLayer("BeamwrightCOIHandlesLayer"), nullptr);
-    EXPECT_NE(stage.viewport().pluginLayer("BeamwrightLayer"), nullptr);
-    EXPECT_EQ(stage.viewport().pluginLayer("BeamwrightLayerVDC"), nullptr);
-    EXPECT_EQ(stage.viewport().numberOfLayers(), 4u)
-        << "the host's two layers and the plugin's two";
 }
 
 }  // namespace
