@@ -163,3 +163,28 @@ int countCalls(const std::vector<GLCall>& calls, const std::string& name) {
     return static_cast<int>(std::count_if(calls.begin(), calls.end(),
                                           [&](const GLCall& call) { return call.name == name; }));
 }
+
+std::vector<double> RecordedDraw::uniform(const char* name) const {
+    const auto found = uniformsByLocation.find(glGetUniformLocation(program, name));
+    return found != uniformsByLocation.end() ? found->second : std::vector<double>{};
+}
+
+std::vector<RecordedDraw> recordedDraws(const std::vector<GLCall>& calls) {
+    // Uniform values belong to their program: each keeps its own.
+    std::map<unsigned int, std::map<int, std::vector<double>>> uniforms;
+    unsigned int program = 0;
+    std::vector<RecordedDraw> draws;
+    for (const GLCall& call : calls) {
+        if (call.name == "glUseProgram") {
+            program = static_cast<unsigned int>(call.args[0]);
+        } else if (call.name.rfind("glUniform", 0) == 0) {
+            // A matrix's count and transpose flag stand before its elements.
+            const std::size_t first = call.name == "glUniformMatrix4dv" ? 3 : 1;
+            uniforms[program][static_cast<int>(call.args[0])].assign(call.args.begin() + first,
+                                                                     call.args.end());
+        } else if (call.name == "glDrawElements") {
+            draws.push_back({call.args[0], program, uniforms[program]});
+        }
+    }
+    return draws;
+}

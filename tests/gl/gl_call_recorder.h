@@ -5,6 +5,7 @@
 // plugin calls are defined in this test binary and forward to the driver.
 
 #include <functional>
+#include <map>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -35,3 +36,18 @@ std::vector<std::string> callNames(const std::vector<GLCall>& calls);
 
 /// How many of `calls` are named `name`.
 int countCalls(const std::vector<GLCall>& calls, const std::string& name);
+
+/// One glDrawElements of a recording with the program in use and the uniform
+/// values that the recording had set on that program by then.
+struct RecordedDraw {
+    double primitive = 0;
+    unsigned int program = 0;
+    std::map<int, std::vector<double>> uniformsByLocation;
+
+    /// The values last set on `name`, the 16 elements of a matrix; empty when
+    /// the recording set none. Asks GL for the location: the program must live.
+    std::vector<double> uniform(const char* name) const;
+};
+
+/// Every draw of `calls`, in order.
+std::vector<RecordedDraw> recordedDraws(const std::vector<GLCall>& calls);

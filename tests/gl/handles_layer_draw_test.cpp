@@ -6,10 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "host/viewer/matrix.h"
 #include "host/viewer/picking.h"
 #include "tests/gl/gl_call_recorder.h"
 #include "tests/gl/handles_layer_fixture.h"
@@ -211,29 +213,103 @@ TEST_F(HandlesLayerDraw, CleanupGivesEveryGLObjectUpOnceAndSetupBuildsThemAgain)
     EXPECT_EQ(handles().getManipulatorScale(), kScale);
     EXPECT_EQ(handles().getExcludedLocations().size(), 1u);
     EXPECT_NE(handles().getHoveredLocation(), 0u);
-    layer->cleanup();
-    EXPECT_EQ(deletions(recordGLCalls([this] { viewport->removeLayers(); })), 0)
-        << "the destructor after cleanup deletes nothing again";
+    // A layer destroyed without cleanup still gives its GL objects up.
+    const std::vector<GLCall> destroyed = recordGLCalls([this] { viewport->removeLayers(); });
+    EXPECT_EQ(countCalls(destroyed, "glDeleteVertexArrays"), 4);
+    EXPECT_EQ(countCalls(destroyed, "glDeleteProgram"), 2);
     viewport->setPickHandler(nullptr);
 }
 
 TEST_F(HandlesLayerDraw, MissingShaderFilesAreReportedAndDrawingGoesOn) {
     layer->cleanup();
-    setenv("SORREL_ROOT", "/nonexistent/", /* overwrite = */ 1);
     addLight("/root/a", {2, 0, 0}, 2.0, kRed);
-    ::testing::internal::CaptureStderr();
-    layer->setup();
-    const std::vector<GLCall> calls = recordGLCalls([this] { layer->draw(); });
-    const std::string said = ::testing::internal::GetCapturedStderr();
-    for (const char* suffix : {".vert", ".geom", ".frag"}) {
-        EXPECT_NE(said.find("[ GLShaderProgram ] Could not load shader from file '/nonexistent//"
-                            "plugins/Resources/Core/Shaders/TransformManipulators/Manipulators" +
-                            std::string(suffix) + "'."),
-                  std::string::npos)
-            << "the root is taken as it stands: " << said;
+    // The root is taken as it stands; without one the files lie below "/".
+    const std::string stem = "plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
+    for (const char* root : {"/nonexistent/", static_cast<const char*>(nullptr)}) {
+        if (root != nullptr)
+            setenv("SORREL_ROOT", root, /* overwrite = */ 1);
+        else
+            unsetenv("SORREL_ROOT");
+        ::testing::internal::CaptureStderr();
+        layer->setup();
+        const std::vector<GLCall> calls = recordGLCalls([this] { layer->draw(); });
+        const std::string said = ::testing::internal::GetCapturedStderr();
+        for (const char* suffix : {".vert", ".geom", ".frag"}) {
+            const std::string path = (root != nullptr ? root : "") + ("/" + stem) + suffix;
+            EXPECT_NE(
+                said.find("[ GLShaderProgram ] Could not load shader from file '" + path + "'."),
+                std::string::npos)
+                << said;
+        }
+        EXPECT_EQ(countCalls(calls, "glDrawElements"), 2)
+            << "the meshes are built and drawn all the same";
+        layer->cleanup();
     }
-    EXPECT_EQ(countCalls(calls, "glDrawElements"), 2)
-        << "the meshes are built and drawn all the same";
+}
+
+TEST_F(HandlesLayerDraw, HoveredLightsLineIsDashedEveryThreePixels) {
+    addLight("/root/a", {2, 0, 0}, 4.0, kRed);
+    answerPicksWith("/root/a");
+    moveTo({0, 0});
+    const sorrel::RgbaImage image = drawn();
+    const PixelPosition tip = pixelOf({-2, 0, 0});
+    const PixelPosition light = pixelOf({2, 0, 0});
+    std::string dashes;  // '#' where the line covers a column, '.' where not
+    for (int column = tip.column + kStemEnd; column < light.column - 2; ++column) {
+        bool covered = false;
+        for (int row = tip.row - 2; row <= tip.row + 1; ++row)
+            covered = covered || image.at(column, row) != kBackground;
+        dashes += covered ? '#' : '.';
+    }
+    // 0xff00ff at 0.4 pixels a bit: 3.2 pixels on, 3.2 off.
+    EXPECT_EQ(dashes.find("#####"), std::string::npos) << dashes;
+    EXPECT_EQ(dashes.find("....."), std::string::npos) << dashes;
+    EXPECT_NE(dashes.find("#..."), std::string::npos) << dashes;
+    viewport->setPickHandler(nullptr);
+}
+
+/// A handles layer as the host sets it up, options untouched.
+using HandlesLayerUniforms = handles_testing::HandlesLayerGLTest;
+
+TEST_F(HandlesLayerUniforms, EveryDrawGetsItsModeTheViewportAndAHandleOfConstantScreenSize) {
+    viewport->width = 640;
+    viewport->height = 480;
+    const double eye[3] = {0.0, 0.0, handles_testing::kEyeDistance};
+    const double target[3] = {0.0, 0.0, 0.0};
+    viewport->lookAt(eye, target);
+    // Looking away from the eye, the light stands nearer than its centre of interest.
+    const sorrel::Vec3 centreOfInterest = {1, 0, -1};
+    delegate->putLocation("/root/away", testing_support::lightAttributes(3.0),
+                          sorrel::translationMatrix(1, 0, 2));
+
+    const std::vector<RecordedDraw> draws = recordedDraws(recordGLCalls([this] { layer->draw(); }));
+    ASSERT_EQ(draws.size(), 2u) << "stem and head";
+    for (const RecordedDraw& draw : draws) {
+        const bool lines = draw.primitive == GL_LINES;
+        EXPECT_EQ(draw.uniform("mode"), std::vector<double>{lines ? 3.0 : 1.0});
+        if (!lines) continue;
+        EXPECT_EQ(draw.uniform("viewportSize"), (std::vector<double>{640, 480}));
+        EXPECT_EQ(draw.uniform("pattern"), std::vector<double>{0xff00ff});
+        EXPECT_EQ(draw.uniform("factor"), std::vector<double>{0.4f});
+    }
+    // One unit of the handle spans 60 pixels up the screen at the centre of interest.
+    const std::vector<double> world = draws[1].uniform("worldMatrix");
+    ASSERT_EQ(world.size(), 16u);
+    const double unit = std::hypot(world[0], world[1], world[2]);
+    const sorrel::Matrix toScreen = sorrel::multiplyMatrices(viewport->view, viewport->projection);
+    const double bottom = sorrel::transformPoint(centreOfInterest, toScreen).y;
+    const double top =
+        sorrel::transformPoint(centreOfInterest + sorrel::Vec3{0, unit, 0}, toScreen).y;
+    EXPECT_NEAR((top - bottom) / 2.0 * viewport->height, 60.0, 1e-6);
+
+    // Picking draws lines solid.
+    for (const RecordedDraw& draw :
+         recordedDraws(recordGLCalls([this] { layer->pickerDraw(0, 0, 1, 1, AttrRef()); }))) {
+        if (draw.primitive == GL_LINES) {
+            EXPECT_EQ(draw.uniform("pattern"), std::vector<double>{-1});
+        }
+    }
+    viewport->clearPickedAttrs();
 }
 
 }  // namespace
