@@ -3,27 +3,10 @@
 #include <GL/glew.h>
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-
-#include "handles/handle_programs.h"
+#include <string>
 
 namespace gl_testing {
-
-std::string manipulatorShaderStem() {
-    return std::string(BEAMWRIGHT_RESOURCES_DIR) +
-           Tessera::Sorrel::ViewerUtils::kHandleShaderStemBelowRoot;
-}
-
-void buildHandlePrograms(GLShaderProgram& solid, GLShaderProgram& line) {
-    Tessera::Sorrel::ViewerUtils::buildHandlePrograms(manipulatorShaderStem(), solid, line);
-}
-
-std::string writeTempFile(const std::string& name, const std::string& text) {
-    const std::string path = ::testing::TempDir() + name;
-    std::ofstream(path) << text;
-    return path;
-}
 
 void GLTest::SetUpTestSuite() {
     context = std::make_unique<sorrel::GLContext>(kSurfaceSize, kSurfaceSize);

@@ -1,5 +1,6 @@
-// HandleMesh and the handle geometry: data worked out in floats, the GL calls
-// of building, updating, drawing and releasing, and the state a draw leaves.
+// HandleMesh and the handle geometry: data worked out in floats, what each
+// attribute slot holds, the GL calls of building, updating, drawing and
+// releasing, and the state a draw leaves.
 
 #include "handles/handle_mesh.h"
 
@@ -7,7 +8,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <vector>
 
 #include "handles/handle_mesh_data.h"
 #include "tests/gl/gl_call_recorder.h"
@@ -19,26 +23,46 @@ namespace {
 
 class HandleMeshes : public gl_testing::GLTest {};
 
-std::uint32_t bitsOf(float value) {
-    std::uint32_t bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bits;
-}
-
 void build(HandleMesh& mesh, const HandleMeshData& data) {
     mesh.build(data.positions, data.normals, data.indices, /* texCoords = */ {});
 }
 
-TEST(HandleGeometry, ArrowPointsAreWorkedOutInFloats) {
-    const Float3 right = rightBaseCorner();
-    const Float3 left = leftBaseCorner();
-    EXPECT_EQ(bitsOf(right[1]), 0xBE25E354u) << "-0.162f";
-    EXPECT_EQ(right[0], -left[0]) << "mirror images";
-    EXPECT_EQ(right[1], left[1]);
-    EXPECT_NEAR(right[0], 0.0779423f, 1e-7f);
-    EXPECT_EQ(bitsOf(arrowStemData().positions[1][1]), 0xBF1126EAu)
-        << "the float product, not the float nearest -0.567";
-    EXPECT_THAT(arrowOutlineData().indices, ElementsAre(0, 1, 1, 2, 2, 0));
+/// The floats that the vertex array a draw of `mesh` binds feeds to attribute
+/// `slot`; none when the slot is off.
+std::optional<std::vector<float>> attributeFloats(const HandleMesh& mesh, GLuint slot) {
+    GLuint vertexArray = 0;
+    for (const GLCall& call : recordGLCalls([&] { mesh.drawPoints(/* blend = */ false); }))
+        if (call.name == "glBindVertexArray" && call.args[0] != 0)
+            vertexArray = static_cast<GLuint>(call.args[0]);
+    glBindVertexArray(vertexArray);
+    GLint enabled = 0;
+    GLint buffer = 0;
+    glGetVertexAttribiv(slot, GL_VERTEX_ATTRIB_ARRAY_ENABLED, &enabled);
+    glGetVertexAttribiv(slot, GL_VERTEX_ATTRIB_ARRAY_BUFFER_BINDING, &buffer);
+    glBindVertexArray(0);
+    if (enabled == GL_FALSE) return std::nullopt;
+    GLint bytes = 0;
+    glBindBuffer(GL_ARRAY_BUFFER, static_cast<GLuint>(buffer));
+    glGetBufferParameteriv(GL_ARRAY_BUFFER, GL_BUFFER_SIZE, &bytes);
+    std::vector<float> floats(static_cast<std::size_t>(bytes) / sizeof(float));
+    glGetBufferSubData(GL_ARRAY_BUFFER, 0, bytes, floats.data());
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    return floats;
+}
+
+TEST_F(HandleMeshes, EachSlotHoldsItsOwnDataAndTextureCoordinatesOnlyWhenGiven) {
+    const std::vector<Float3> positions = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+    const std::vector<Float3> normals = {{0, 0, 1}, {0, 1, 0}, {1, 0, 0}};
+    HandleMesh textured;
+    HandleMesh plain;
+    textured.build(positions, normals, {0, 1, 2}, {{0.25f, 0.5f}, {0.75f, 1}, {0, 0.125f}});
+    plain.build(positions, normals, {0, 1, 2}, /* texCoords = */ {});
+    for (const HandleMesh* mesh : {&textured, &plain}) {
+        EXPECT_EQ(attributeFloats(*mesh, 0), (std::vector<float>{0, 0, 0, 1, 0, 0, 0, 1, 0}));
+        EXPECT_EQ(attributeFloats(*mesh, 1), (std::vector<float>{0, 0, 1, 0, 1, 0, 1, 0, 0}));
+    }
+    EXPECT_EQ(attributeFloats(textured, 2), (std::vector<float>{0.25f, 0.5f, 0.75f, 1, 0, 0.125f}));
+    EXPECT_EQ(attributeFloats(plain, 2), std::nullopt) << "slot 2 stays off";
 }
 
 TEST_F(HandleMeshes, GLIsCalledOnlyBetweenBuildAndReleaseAndASecondBuildChangesNothing) {
@@ -71,47 +95,47 @@ TEST_F(HandleMeshes, GLIsCalledOnlyBetweenBuildAndReleaseAndASecondBuildChangesN
     EXPECT_EQ(mesh.getLineWidth(), 4u) << "release keeps the sizes";
 }
 
-TEST_F(HandleMeshes, DrawsPushTheirStateForTheCallAndUpdatesUploadTwoPoints) {
+TEST_F(HandleMeshes, DrawsSetTheirStateForTheCallOnlyAndUpdatesReplaceTwoPoints) {
     HandleMesh stem;
     HandleMesh head;
     build(stem, arrowStemData());
     build(head, arrowHeadData());
     stem.setLineWidth(10);
     head.setPointSize(10);
-    const auto blended = recordGLCalls([&] { stem.drawLines(true); });
-    ASSERT_THAT(
-        callNames(blended),
-        ElementsAre("glPushAttrib", "glEnable", "glBlendFunc", "glLineWidth", "glBindVertexArray",
-                    "glDrawElements", "glBindVertexArray", "glPopAttrib"));
-    EXPECT_EQ(blended[0], glCall("glPushAttrib", GL_COLOR_BUFFER_BIT | GL_LINE_BIT));
-    EXPECT_EQ(blended[1], glCall("glEnable", GL_BLEND));
-    EXPECT_EQ(blended[2], glCall("glBlendFunc", GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA));
-    EXPECT_EQ(blended[3], glCall("glLineWidth", 10.0f));
-    EXPECT_EQ(blended[5], glCall("glDrawElements", GL_LINES, 2, GL_UNSIGNED_INT));
-    EXPECT_EQ(blended[6], glCall("glBindVertexArray", 0));
-
-    // Without blend, each draw is push, own step, bind, draw, unbind, pop.
-    const auto unblended = recordGLCalls([&] {
-        head.drawTriangles(false);
-        head.drawPoints(false);
+    glEnable(GL_CULL_FACE);  // as the host may have it
+    const auto calls = recordGLCalls([&] {
+        stem.drawLines(/* blend = */ true);
+        head.drawTriangles(/* blend = */ false);
+        head.drawPoints(/* blend = */ false);
     });
-    ASSERT_EQ(unblended.size(), 12u);
-    EXPECT_EQ(unblended[0], glCall("glPushAttrib", GL_COLOR_BUFFER_BIT | GL_POLYGON_BIT));
-    EXPECT_EQ(unblended[1], glCall("glDisable", GL_CULL_FACE));
-    EXPECT_EQ(unblended[3], glCall("glDrawElements", GL_TRIANGLES, 3, GL_UNSIGNED_INT));
-    EXPECT_EQ(unblended[6], glCall("glPushAttrib", GL_COLOR_BUFFER_BIT | GL_POINT_BIT));
-    EXPECT_EQ(unblended[7], glCall("glPointSize", 10.0f));
-    EXPECT_EQ(unblended[9], glCall("glDrawElements", GL_POINTS, 3, GL_UNSIGNED_INT));
+    std::vector<GLCall> draws;
+    std::copy_if(calls.begin(), calls.end(), std::back_inserter(draws),
+                 [](const GLCall& call) { return call.name == "glDrawElements"; });
+    EXPECT_THAT(draws, ElementsAre(glCall("glDrawElements", GL_LINES, 2, GL_UNSIGNED_INT),
+                                   glCall("glDrawElements", GL_TRIANGLES, 3, GL_UNSIGNED_INT),
+                                   glCall("glDrawElements", GL_POINTS, 3, GL_UNSIGNED_INT)));
+    EXPECT_EQ(countCalls(calls, "glBlendFunc"), 1) << "blending for the blended draw alone";
+    EXPECT_EQ(countCalls(calls, "glDisable"), 1) << "triangles show both faces";
+    EXPECT_NE(std::find(calls.begin(), calls.end(), glCall("glLineWidth", 10.0f)), calls.end());
+    EXPECT_NE(std::find(calls.begin(), calls.end(), glCall("glPointSize", 10.0f)), calls.end());
+    // The host's state is back after each draw.
+    GLfloat width = 0.0f;
+    GLfloat size = 0.0f;
+    GLint vertexArray = -1;
+    glGetFloatv(GL_LINE_WIDTH, &width);
+    glGetFloatv(GL_POINT_SIZE, &size);
+    glGetIntegerv(GL_VERTEX_ARRAY_BINDING, &vertexArray);
+    EXPECT_TRUE(width == 1.0f && size == 1.0f && vertexArray == 0);
+    EXPECT_TRUE(glIsEnabled(GL_CULL_FACE) && !glIsEnabled(GL_BLEND));
+    glDisable(GL_CULL_FACE);
 
-    // The connector's two points go up as 24 bytes, and the buffer is unbound.
     HandleMesh connector;
     build(connector, connectorLineData());
-    const auto update = recordGLCalls([&] {
-        connector.updatePositions({Float3{1.5f, -2.0f, 3.0f}, Float3{4.0f, 5.0f, -6.25f}});
-    });
-    ASSERT_EQ(update.size(), 3u);
-    EXPECT_EQ(update[1], glCall("glBufferData", GL_ARRAY_BUFFER, 24, GL_STATIC_DRAW));
-    EXPECT_EQ(update[2], glCall("glBindBuffer", GL_ARRAY_BUFFER, 0));
+    connector.updatePositions({Float3{1.5f, -2.0f, 3.0f}, Float3{4.0f, 5.0f, -6.25f}});
+    GLint arrayBuffer = -1;
+    glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &arrayBuffer);
+    EXPECT_EQ(arrayBuffer, 0);
+    EXPECT_EQ(attributeFloats(connector, 0), (std::vector<float>{1.5f, -2, 3, 4, 5, -6.25f}));
 }
 
 }  // namespace
