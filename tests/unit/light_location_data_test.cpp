@@ -112,8 +112,11 @@ TEST_F(LightLocationDataTest, ColourComesFromTheFirstAttributeWithThreeValues) {
                        {previewColor, sorrel::floatsAttr({0.3f, 0.4f, 0.5f})}}),
               (Color{0.3f, 0.4f, 0.5f, 1.0f}))
         << "two values are passed over";
-    EXPECT_EQ(colorOf({{drawColor, sorrel::floatsAttr({0.1f, 0.2f, 0.3f, 0.4f, 0.5f})}}),
-              (Color{0.1f, 0.2f, 0.3f, 0.4f}));
+    for (const std::vector<float>& values :
+         {std::vector<float>{0.1f, 0.2f, 0.3f, 0.4f}, {0.1f, 0.2f, 0.3f, 0.4f, 0.5f}})
+        EXPECT_EQ(colorOf({{drawColor, sorrel::floatsAttr(values)}}),
+                  (Color{0.1f, 0.2f, 0.3f, 0.4f}))
+            << "a fourth value is the alpha";
     EXPECT_EQ(colorOf({{drawColor, sorrel::floatsAttr({0.1f, 0.2f, 0.3f})},
                        {previewColor, sorrel::floatsAttr({0.6f, 0.7f, 0.8f, 0.9f})}}),
               (Color{0.1f, 0.2f, 0.3f, 1.0f}));

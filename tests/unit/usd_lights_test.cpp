@@ -53,8 +53,9 @@ protected:
 };
 
 TEST_F(UsdLights, TheLightApiMakesALightAtItsCentreOfInterestOrTwentyAhead) {
-    vrt::Prim key = defineLight("/World/Lights/Key", vrt::Value(5.0), moved(0, 0, 3));
-    // The distance is read at the earliest time, not at the event's.
+    vrt::Prim key = defineLight("/World/Lights/Key", vrt::Value(7.0), moved(0, 0, 3));
+    // The distance is read at the earliest time, not at time 0 nor at the event's.
+    key.setAttr(vrt::Token("centerOfInterest"), vrt::Value(5.0), /* time = */ -2.0);
     key.setAttr(vrt::Token("centerOfInterest"), vrt::Value(9.0), /* time = */ 1.0);
     send(key, kPrimAdded);
 
@@ -142,6 +143,8 @@ TEST_F(UsdLights, SelectionGoesToExactlyTheNamedPrims) {
     EXPECT_TRUE(list.empty()) << "records hold a copy of the flag, so the list is rebuilt";
     EXPECT_TRUE(lightAt("/usd/World/Key")->selected);
     EXPECT_FALSE(lightAt("/usd/World/Key/Child")->selected) << "selection is not inherited";
+    send(defineLight("/World/Key", vrt::Value(1.0)));
+    EXPECT_FALSE(lightAt("/usd/World/Key/Child")->selected) << "not by a later event either";
 
     send(defineLight("/World/Later", vrt::Value(1.0)), kPrimAdded);
     EXPECT_TRUE(lightAt("/usd/World/Later")->selected) << "selected before its first event";
