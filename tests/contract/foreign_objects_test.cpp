@@ -13,6 +13,7 @@
 #include "host/viewer/gl_context.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
+#include "tests/support/mouse_event.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -23,14 +24,6 @@ constexpr const char* kHandlesName = "BeamwrightCOIHandlesLayer";
 constexpr const char* kComponentName = "BeamwrightLayerVDC";
 constexpr const char* kForeignName = "OtherLibraryLayer";
 constexpr std::int32_t kSize = 64;  // pixels
-
-AttrRef plainMove() {
-    return groupAttr({{"type", stringAttr("MouseMove")},
-                      {"data", groupAttr({{"x", intAttr(3)},
-                                          {"y", intAttr(4)},
-                                          {"buttons", intAttr(0)},
-                                          {"modifiers", intAttr(0)}})}});
-}
 
 class ForeignObjects : public testing_support::PluginContractTest {
 protected:
@@ -50,7 +43,7 @@ protected:
             return groupAttr({{"1", groupAttr({{"location", stringAttr("/root/a")}})}});
         });
         handles.setOption("Enabled", intAttr(1));
-        handles.event(plainMove());
+        handles.event(testing_support::mouseEvent("MouseMove", 3, 4));
         return asked == expected && viewport.dirtyCount() == 1;
     }
 };

@@ -20,9 +20,13 @@
 #include "host/viewer/viewer_faults.h"
 #include "host/viewer_stage.h"
 #include "tests/support/light_attributes.h"
+#include "tests/support/mouse_event.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
+using testing_support::kLeftButton;
+using testing_support::kShift;
+using testing_support::mouseEvent;
 
 namespace {
 
@@ -35,7 +39,6 @@ const Vec3 kEye = {0, 6, 8};
 const Vec3 kKeyPosition = {3, 2, 0};
 /// Where the selected light is placed from: a point of the floor.
 const Vec3 kFloorPoint = {0, 0, 3};
-constexpr int kShift = 0x02000000;
 constexpr const char* kCameraMessage =
     "This ViewportCamera plugin requires version 2 of the host API. A more recent version of "
     "Sorrel is probably required by this plugin.";
@@ -49,15 +52,6 @@ struct Seen {
     bool packageMade = false;            // a Shift press made a light package
     int cameraRefusals = 0;              // entries that handed the camera error to the host
 };
-
-AttrRef mouse(const char* type, const PickArea& at, int buttons, int modifiers) {
-    return groupAttr({{"type", stringAttr(type)},
-                      {"data", groupAttr({{"x", intAttr(at.x)},
-                                          {"y", intAttr(at.y)},
-                                          {"button", intAttr(buttons)},
-                                          {"buttons", intAttr(buttons)},
-                                          {"modifiers", intAttr(modifiers)}})}});
-}
 
 /// A light along -x at `position` (world space).
 Matrix pointingLeft(const Vec3& position) {
@@ -139,16 +133,22 @@ protected:
         });
         attempt([&] {
             const std::uint64_t redraws = stage.viewport().dirtyCount();
-            handles.event(mouse("MouseMove", key, 0, 0));
+            handles.event(mouseEvent("MouseMove", key.x, key.y));
             seen.hoverRedrew = stage.viewport().dirtyCount() > redraws;
         });
 
         const PickArea floor = pixelOfPoint(stage.viewport(), kFloorPoint);
         const Matrix before = stage.scene().find(kMover)->local;
-        attempt([&] { placement.event(mouse("MouseButtonPress", floor, 1, 0)); });
+        attempt([&] {
+            placement.event(
+                mouseEvent("MouseButtonPress", floor.x, floor.y, {kLeftButton, kLeftButton}));
+        });
         seen.moverMoved = stage.scene().find(kMover)->local != before;
         const std::size_t locations = stage.scene().locations().size();
-        attempt([&] { placement.event(mouse("MouseButtonPress", floor, 1, kShift)); });
+        attempt([&] {
+            placement.event(mouseEvent("MouseButtonPress", floor.x, floor.y,
+                                       {kLeftButton, kLeftButton, kShift}));
+        });
         seen.packageMade = stage.scene().locations().size() > locations;
         gl->makeCurrent();
         return seen;

@@ -26,6 +26,7 @@ public:
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
+    const std::string& path() const { return path_; }
     /// Writes `text` to the file `name` in the folder; returns its path.
     std::string write(const std::string& name, const std::string& text) const {
         const std::string file = path_ + "/" + name;

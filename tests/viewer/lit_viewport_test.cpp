@@ -21,7 +21,7 @@
 #include "host/viewer/scene_renderer.h"
 #include "host/viewer_stage.h"
 #include "tests/support/reference_balance.h"
-#include "tests/viewer/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 using namespace viewer;
 
@@ -168,7 +168,7 @@ TEST_F(LitViewport, ALightsShadowFallsOnTheFloorAwayFromIt) {
 }
 
 TEST_F(LitViewport, TheTourFailsWhenTheHandleShadersAreMissingOrDoNotBuild) {
-    viewer_testing::TempFolder root;
+    testing_support::TempFolder root;
     const std::string stem = root.path() + "/plugins/Resources/Core/Shaders/TransformManipulators";
     setenv("SORREL_ROOT", root.path().c_str(), /* overwrite = */ 1);
     open(sphereScene(R"({"specular": 0})", "Normal"));

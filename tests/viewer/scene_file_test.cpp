@@ -10,13 +10,18 @@
 #include "apps/viewer/scene_setup.h"
 #include "host/viewer/scene_light.h"
 #include "host/viewer_stage.h"
+#include "tests/support/near.h"
 #include "tests/support/reference_balance.h"
-#include "tests/viewer/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 using namespace viewer;
 using sorrel::Vec3;
 
 namespace {
+
+using testing_support::near;
+
+constexpr double kTolerance = 1e-9;
 
 // A cube of six quads, one unit wide, without normals.
 constexpr const char* kCubeObj = R"(v 0 0 0
@@ -55,15 +60,9 @@ constexpr const char* kGoodScene = R"({
   "tour": {"press": [160, 120], "pressByMode": {"Face - Center": [200, 150]}}
 })";
 
-void expectNear(const Vec3& actual, const Vec3& expected) {
-    EXPECT_NEAR(actual.x, expected.x, 1e-9);
-    EXPECT_NEAR(actual.y, expected.y, 1e-9);
-    EXPECT_NEAR(actual.z, expected.z, 1e-9);
-}
-
 class SceneFile : public testing_support::ReferenceBalanceTest {
 protected:
-    viewer_testing::TempFolder folder;
+    testing_support::TempFolder folder;
 };
 
 TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
@@ -86,19 +85,19 @@ TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
     const sorrel::SceneLight& fill = lights[0];
     const sorrel::SceneLight& key = lights[1];
     EXPECT_EQ(key.path, "/root/world/lgt/rig/key");
-    expectNear(key.position, {4, 5, 0});
-    expectNear(key.direction, Vec3{-1, -1, 0} * (1 / std::sqrt(2.0)));
+    EXPECT_TRUE(near(key.position, {4, 5, 0}, kTolerance));
+    EXPECT_TRUE(near(key.direction, Vec3{-1, -1, 0} * (1 / std::sqrt(2.0)), kTolerance));
     EXPECT_NEAR(key.centerOfInterest, std::sqrt(32.0), 1e-9);
     EXPECT_EQ(key.properties.intensity, 2.0);
     EXPECT_EQ(key.properties.coneAngle, 40.0);
     EXPECT_TRUE(key.properties.shadows && key.selected);
     EXPECT_FALSE(fill.selected || fill.properties.shadows);
     EXPECT_EQ(fill.centerOfInterest, 6.0);
-    expectNear(fill.direction, {0, 0, -1});
+    EXPECT_TRUE(near(fill.direction, {0, 0, -1}, kTolerance));
 
     const auto usd = usdSceneLights(scene);
     ASSERT_EQ(usd.size(), 1u);
-    expectNear(usd[0].position, {0, 5, -5});
+    EXPECT_TRUE(near(usd[0].position, {0, 5, -5}, kTolerance));
     EXPECT_TRUE(
         usdStage.getPrim(vrt::Path("/World/Lights/Bounce")).hasApi(vrt::Token(kUsdLightApi)));
 
@@ -107,9 +106,9 @@ TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
     // The OBJ's quads stay faces: a ray into the top, off centre, snaps to the quad's centre.
     const auto hit = meshes.at("cube").intersect({3.5, 9, 0.5}, {0, -1, 0});
     ASSERT_TRUE(hit.has_value());
-    expectNear(hit->point, {3.5, 2, 0.5});
-    expectNear(hit->faceCentre, {4, 2, 1});
-    expectNear(hit->normal, {0, 1, 0});
+    EXPECT_TRUE(near(hit->point, {3.5, 2, 0.5}, kTolerance));
+    EXPECT_TRUE(near(hit->faceCentre, {4, 2, 1}, kTolerance));
+    EXPECT_TRUE(near(hit->normal, {0, 1, 0}, kTolerance));
 }
 
 TEST_F(SceneFile, EachBadInputIsRefusedWithOneLineNamingFilePlaceAndFault) {
