@@ -19,8 +19,8 @@
 using handles_testing::kBackground;
 using handles_testing::opaque;
 using handles_testing::PixelPosition;
-using handles_testing::strings;
 using sorrel::AttrRef;
+using testing_support::strings;
 
 namespace {
 

@@ -91,8 +91,4 @@ Pixel opaque(const std::array<float, 3>& colour) {
     return {byte(colour[0]), byte(colour[1]), byte(colour[2]), 255};
 }
 
-sorrel::AttrRef strings(std::vector<std::string> texts) {
-    return sorrel::AttrRef(sorrel::AttributeModel::instance().makeStrings(std::move(texts)));
-}
-
 }  // namespace handles_testing

@@ -61,7 +61,4 @@ private:
 /// The exact RGBA8 bytes of a colour with components 0 or 1.
 Pixel opaque(const std::array<float, 3>& colour);
 
-/// A list of strings, as the option of excluded locations takes it.
-sorrel::AttrRef strings(std::vector<std::string> texts);
-
 }  // namespace handles_testing

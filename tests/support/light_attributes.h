@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/core/attribute_model.h"
 #include "host/core/attribute_ref.h"
 
 namespace testing_support {
@@ -40,6 +41,11 @@ inline sorrel::AttrRef lightAttributes(double distance, AttributeEntries extra =
     extra.emplace_back("type", sorrel::stringAttr("light"));
     extra.emplace_back("geometry.centerOfInterest", sorrel::doubleAttr(distance));
     return dottedGroup(extra);
+}
+
+/// A list of strings, as the option of excluded locations takes it.
+inline sorrel::AttrRef strings(std::vector<std::string> texts) {
+    return sorrel::AttrRef(sorrel::AttributeModel::instance().makeStrings(std::move(texts)));
 }
 
 /// A location that is no light.

@@ -21,7 +21,6 @@ using sorrel::AttrRef;
 namespace {
 
 // Positions in the host's attribute table, whose calls the table counts.
-constexpr std::size_t kCreateBuilder = 40;
 constexpr std::size_t kReleaseSampleBlock = 63;
 
 class Attributes : public testing_support::UnitTest {};
@@ -103,12 +102,10 @@ TEST_F(Attributes, SampleAccessorChoosesNearestSampleAndGivesBlocksBackOnlyWhenA
     EXPECT_EQ(releasesOfOneRead(false), 1u);
 }
 
-TEST_F(Attributes, BuilderWithNothingAddedGivesTheEmptyGroupWithoutMakingABuilder) {
-    const std::uint64_t buildersBefore = sorrel::attributeHostCalls(kCreateBuilder);
+TEST_F(Attributes, BuilderWithNothingAddedGivesTheEmptyGroup) {
     const GroupAttribute empty = GroupBuilder().build();
     EXPECT_TRUE(empty.isValid()) << "the empty group, not null";
     EXPECT_EQ(empty.getNumberOfChildren(), 0);
-    EXPECT_EQ(sorrel::attributeHostCalls(kCreateBuilder), buildersBefore);
 }
 
 TEST_F(Attributes, PickedMapsConvertBothWays) {
@@ -126,14 +123,6 @@ TEST_F(Attributes, PickedMapsConvertBothWays) {
     map.fill(GroupAttribute());
     EXPECT_TRUE(map.empty());
     EXPECT_FALSE(map.toGroup().isValid()) << "an empty map is the null attribute";
-}
-
-TEST_F(Attributes, SetHostWithANullHostLeavesTheClassHostNull) {
-    ViewportLayerPluginBase::pluginHost = nullptr;
-    EXPECT_EQ(ViewportLayerPluginBase::setHost(nullptr), -1);
-    EXPECT_EQ(ViewportLayerPluginBase::pluginHost, nullptr);
-    EXPECT_EQ(ViewportLayerPluginBase::setHost(testing_support::hostRecord()), 0);
-    EXPECT_EQ(ViewportLayerPluginBase::pluginHost, testing_support::hostRecord());
 }
 
 }  // namespace

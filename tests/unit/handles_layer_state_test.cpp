@@ -18,6 +18,7 @@
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
 #include "support/environment_flag.h"
+#include "tests/support/light_attributes.h"
 #include "tests/support/mouse_event.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
@@ -28,6 +29,7 @@ using testing_support::kLeftButton;
 using testing_support::kShift;
 using testing_support::MouseButtons;
 using testing_support::RecordingLayer;
+using testing_support::strings;
 
 namespace {
 
@@ -129,9 +131,6 @@ TEST_F(HandlesLayerState, OptionsReadTheirTypesAndOnlyAChangedScaleRedraws) {
 }
 
 TEST_F(HandlesLayerState, ExcludedLocationsAreHashedAndReplacedWhole) {
-    const auto strings = [](std::vector<std::string> texts) {
-        return AttrRef(sorrel::AttributeModel::instance().makeStrings(std::move(texts)));
-    };
     const auto excluded = [this] { return handles().getExcludedLocations(); };
     using Set = std::unordered_set<std::uint64_t>;
     const char* option = "ViewportLayer.ExcludedLocationsPicking";

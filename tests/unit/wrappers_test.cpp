@@ -1,7 +1,7 @@
 // How the plugin's objects reach the viewer's objects: viewport, camera,
 // sibling layers, manipulators, viewer delegate and components. The layers'
-// own tests carry options and commands through these wrappers; here are the
-// host positions, the caching and the lookups that find nothing.
+// own tests carry options, sizes, matrices and commands through these wrappers;
+// here are the camera and the lookups, found or not.
 
 #include "frame/wrappers.h"
 
@@ -15,10 +15,12 @@
 #include "host/viewer/manipulator.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
+#include "tests/support/near.h"
 #include "tests/support/quiet_layer.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
+using testing_support::near;
 
 namespace {
 
@@ -88,27 +90,11 @@ protected:
     std::shared_ptr<ViewportWrapper> viewportWrapper;
 };
 
-TEST_F(Wrappers, LayerReachesItsViewportOnceAndTheViewportItsDelegateOnceAndItsCamera) {
-    EXPECT_EQ(probe().getViewport(), viewportWrapper) << "one viewport wrapper per layer";
-    EXPECT_EQ(viewportWrapper->hostHandle(), &viewport);
-    EXPECT_EQ(viewportWrapper->getWidth(), kWidth);
-    EXPECT_EQ(viewportWrapper->getHeight(), kHeight);
-    viewportWrapper->setDirty(true);
-    EXPECT_EQ(viewport.dirtyCount(), 1u);
-    EXPECT_EQ(viewportWrapper->getViewerDelegate(), viewportWrapper->getViewerDelegate());
-    EXPECT_EQ(viewportWrapper->getViewerDelegate()->hostHandle(), &delegate);
-
-    viewport.view[12] = 7.0;
-    EXPECT_EQ(viewportWrapper->getViewMatrix44()[3][0], 7.0);
-    EXPECT_EQ(viewportWrapper->getViewMatrix(), viewport.view.data());
-    EXPECT_EQ(viewportWrapper->getProjectionMatrix(), viewport.projection.data());
-
+TEST_F(Wrappers, CameraComesFromTheHostOrRaisesTheUpgradeMessage) {
     viewport.camera().origin[0] = 1.0;
     viewport.camera().origin[2] = -3.0;
-    const Vec3d origin = viewportWrapper->getActiveCamera()->getOrigin();
-    EXPECT_TRUE(origin.x == 1.0 && origin.y == 0.0 && origin.z == -3.0);
+    EXPECT_TRUE(near(viewportWrapper->getActiveCamera()->getOrigin(), {1.0, 0.0, -3.0}, 0.0));
 
-    // Without its host table the camera raises the upgrade message.
     sorrel::PluginHost::instance().refuse("ViewportCameraHost");
     try {
         viewportWrapper->getActiveCamera();
@@ -121,20 +107,16 @@ TEST_F(Wrappers, LayerReachesItsViewportOnceAndTheViewportItsDelegateOnceAndItsC
     sorrel::PluginHost::instance().allowAll();
 }
 
-TEST_F(Wrappers, LookupsMakeANewWrapperEachTimeAndFindNothingWithoutAllThreeValues) {
+TEST_F(Wrappers, LookupsFindWhatTheHostNamesAndNothingWithoutAllThreeValues) {
     EXPECT_EQ(viewportWrapper->getNumberOfLayers(), 1u);
     EXPECT_FALSE(viewportWrapper->getLayer("NoSuchLayer"));
     EXPECT_FALSE(viewportWrapper->getLayer(1u));
-    const auto byName = viewportWrapper->getLayer("Probe");
-    const auto byIndex = viewportWrapper->getLayer(0u);
-    ASSERT_TRUE(byName && byIndex);
-    EXPECT_NE(byName, byIndex) << "lookups are not cached";
-    EXPECT_EQ(byName->getPluginInstance(), &probe());
+    EXPECT_EQ(viewportWrapper->getLayer("Probe")->getPluginInstance(), &probe());
+    EXPECT_EQ(viewportWrapper->getLayer(0u)->getPluginInstance(), &probe());
 
     EXPECT_FALSE(viewportWrapper->getManipulator("Other"));
     const auto manipulator = viewportWrapper->getManipulator("Broken");
     ASSERT_TRUE(manipulator);
-    EXPECT_NE(manipulator, viewportWrapper->getManipulator("Broken"));
     // One lookup serves every kind of object: any one missing value finds nothing.
     for (std::uint32_t missing = 0; missing < 3; ++missing)
         EXPECT_FALSE(manipulator->getHandle(missing)) << "value " << missing << " missing";
