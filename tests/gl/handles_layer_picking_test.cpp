@@ -26,8 +26,9 @@ using testing_support::strings;
 namespace {
 
 constexpr std::array<float, 3> kWhite = {1.0f, 1.0f, 1.0f};
-/// Ids whose four colour bytes all differ, so that a swapped channel shows.
-constexpr std::uint64_t kFirstId = 0x01020304;
+/// Ids whose four colour bytes all differ, so that a swapped channel shows, and
+/// run high, where a colour rounded the wrong way shows.
+constexpr std::uint64_t kFirstId = 0x01F2E3D4;
 constexpr PixelPosition kInsideHead = {6, 2};  // from the tip, at scale 1
 
 /// How many pixels of each colour but the background `image` holds.
@@ -68,8 +69,9 @@ TEST_F(HandlesLayerPicking, EveryPickedPixelIsExactlyItsIdsColour) {
 
     // Ten pixels across and 34 long, the stem alone covers 300 pixels and more.
     constexpr int kFatStemPixels = 300;
-    EXPECT_THAT(coloursOf(pickerDrawn()), ElementsAre(Pair(Pixel{1, 2, 3, 4}, Gt(kFatStemPixels)),
-                                                      Pair(Pixel{1, 2, 3, 5}, Gt(kFatStemPixels))))
+    EXPECT_THAT(coloursOf(pickerDrawn()),
+                ElementsAre(Pair(Pixel{0x01, 0xF2, 0xE3, 0xD4}, Gt(kFatStemPixels)),
+                            Pair(Pixel{0x01, 0xF2, 0xE3, 0xD5}, Gt(kFatStemPixels))))
         << "no blending, smoothing or stipple alters a picking colour; handles are fat to hit";
     EXPECT_EQ(locationOf(viewport->pickedAttr(kFirstId)), "/root/a");
     EXPECT_EQ(locationOf(viewport->pickedAttr(kFirstId + 1)), "/root/selected")
@@ -82,7 +84,8 @@ TEST_F(HandlesLayerPicking, EveryPickedPixelIsExactlyItsIdsColour) {
     viewport->setNextPickId(kFirstId);
     const AttrRef alreadyPicked =
         sorrel::groupAttr({{std::to_string(kFirstId), sorrel::stringAttr("earlier")}});
-    EXPECT_THAT(coloursOf(pickerDrawn(alreadyPicked)), ElementsAre(Key(Pixel{1, 2, 3, 5})));
+    EXPECT_THAT(coloursOf(pickerDrawn(alreadyPicked)),
+                ElementsAre(Key(Pixel{0x01, 0xF2, 0xE3, 0xD5})));
     EXPECT_EQ(locationOf(viewport->pickedAttr(kFirstId)), "/root/a");
     viewport->clearPickedAttrs();
 }

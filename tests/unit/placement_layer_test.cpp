@@ -148,6 +148,7 @@ TEST_F(PlacementLayer, EnabledReachesTheSelectionLayerFirstAndTheHandlesLayerUnc
 
     layer->setOption("Enabled", sorrel::stringAttr("yes"));
     EXPECT_FALSE(beamwright().isEnabled()) << "a wrongly typed value switches the layer off";
+    EXPECT_EQ(selection->valuesOf("BeamwrightSelectionMode").back().intValue(), 0);
     layer->setOption("SomethingElse", sorrel::intAttr(3));
     EXPECT_EQ(handles->valuesOf("SomethingElse").size(), 1u);
     EXPECT_EQ(handles->received.back().first, "SomethingElse");
@@ -282,20 +283,21 @@ TEST_F(PlacementLayer, RequestsAndRepliesFollowTheMode) {
 
 TEST_F(PlacementLayer, ShiftPressCreatesAPackageAimedAlongThePlacement) {
     enableIn("Normal");
-    layer->setOption("MarquetteNodeName", sorrel::stringAttr(""));
+    layer->setOption("MarquetteNodeName", sorrel::stringAttr("rig"));
+    layer->setOption("DefaultShadowFallDistance", sorrel::doubleAttr(2.5));
     snapping->answers = {{"SnappingLayer.PickOnDemand", reply({0, 0, 0}, {0, 1, 0})}};
     EXPECT_TRUE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
     ASSERT_EQ(packages.size(), 1u);
     const AttrRef& package = packages[0];
-    EXPECT_EQ(package.describe().substr(0, 75),
-              "{PackageClassName: string(), MarquetteNodeName: string(), Position: double(");
+    EXPECT_EQ(package.describe().substr(0, 78),
+              "{PackageClassName: string(), MarquetteNodeName: string(rig), Position: double(");
     const double expected[][3] = {{0, 5, 0}, {90, 0, -180}};
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(package.child("Position").doubleValue(i), expected[0][i]);
         EXPECT_EQ(package.child("Rotation").doubleValue(i), expected[1][i]) << "degrees";
     }
     EXPECT_EQ(package.child("CenterOfInterest").doubleValue(), 5.0);
-    EXPECT_EQ(package.child("ShadowFallDistance").doubleValue(), 5.0);
+    EXPECT_EQ(package.child("ShadowFallDistance").doubleValue(), 2.5);
     EXPECT_EQ(delegate.methodCalls(), std::vector<std::string>{"CreateLightPackage"});
     EXPECT_EQ(sent("LightData"), 0u);
 
@@ -309,7 +311,8 @@ TEST_F(PlacementLayer, CloneMarkerOnlyAtTheStartTakesDistancesFromTheSelection) 
     delegate.scene().set(
         "/root/world/pkg",
         sorrel::groupAttr(
-            {{"geometry", sorrel::groupAttr({{"centerOfInterest", sorrel::doubleAttr(12.5)}})}}));
+            {{"geometry", sorrel::groupAttr({{"centerOfInterest", sorrel::doubleAttr(12.5)},
+                                             {"shadowFallDistance", sorrel::doubleAttr(7.5)}})}}));
     delegate.defineMethod("FindPackageLocationPathForCurrentSelection",
                           [](const AttrRef&) { return sorrel::stringAttr("/root/world/pkg"); });
     enableIn("Normal");
@@ -331,7 +334,7 @@ TEST_F(PlacementLayer, CloneMarkerOnlyAtTheStartTakesDistancesFromTheSelection) 
         EXPECT_EQ(delegate.methodCalls().size() - callsBefore, c.clone ? 2u : 1u) << c.className;
         EXPECT_EQ(packages[0].child("PackageClassName").stringValue(), c.className);
         EXPECT_EQ(packages[0].child("CenterOfInterest").doubleValue(), c.clone ? 12.5 : 5.0);
-        EXPECT_EQ(packages[0].child("ShadowFallDistance").doubleValue(), 5.0);
+        EXPECT_EQ(packages[0].child("ShadowFallDistance").doubleValue(), c.clone ? 7.5 : 5.0);
         EXPECT_EQ(packages[0].child("Position").doubleValue(1), c.clone ? 12.5 : 5.0);
     }
 }
