@@ -11,7 +11,6 @@
 #include "tests/gl/gl_test.h"
 #include "tests/support/temp_folder.h"
 
-using testing::ElementsAre;
 using testing::StartsWith;
 
 namespace {
@@ -22,8 +21,7 @@ constexpr const char* kInvalid =
 
 const char* const kVertexSource = R"(#version 400 core
 layout(location = 0) in vec3 position;
-uniform float present;
-void main() { gl_Position = vec4(position * present, 1.0); }
+void main() { gl_Position = vec4(position, 1.0); }
 )";
 
 std::string captured(const std::function<void()>& work) {
@@ -48,11 +46,6 @@ std::string compileLog(const std::string& source, GLenum type) {
 
 class ShaderProgram : public gl_testing::GLTest {
 protected:
-    /// A program of a vertex stage alone that links and reads "present".
-    void buildSimple() {
-        program.addShader(folder.write("simple.vert", kVertexSource), GL_VERTEX_SHADER);
-        program.link();
-    }
     void TearDown() override {
         glUseProgram(0);
         GLTest::TearDown();
@@ -60,41 +53,6 @@ protected:
     const testing_support::TempFolder folder;
     GLShaderProgram program;
 };
-
-TEST_F(ShaderProgram, LinksOnceAsksEachLocationOncePerLinkAndCleanupDeletesItsStages) {
-    EXPECT_EQ(captured([&] { buildSimple(); }), "");
-    ASSERT_TRUE(program.isLinked());
-    const GLuint name = program.id();
-    const GLint present = glGetUniformLocation(name, "present");
-    const auto calls = recordGLCalls([&] {
-        program.link();
-        program.use();
-        for (int i = 0; i < 3; ++i) program.setUniform("absent", 1);
-        program.setUniform("present", 2.0f);
-        program.setUniform("present", 3.0f);
-    });
-    EXPECT_THAT(
-        calls,
-        ElementsAre(glCall("glUseProgram", name), glCall("glGetUniformLocation", name),
-                    glCall("glGetUniformLocation", name), glCall("glUniform1f", present, 2.0f),
-                    glCall("glUniform1f", present, 3.0f)));
-
-    GLuint stage = 0;
-    glGetAttachedShaders(name, 1, nullptr, &stage);
-    glUseProgram(0);
-    const auto cleanup = recordGLCalls([&] { program.cleanup(); });
-    EXPECT_THAT(cleanup,
-                ElementsAre(glCall("glGetProgramiv", name, GL_ATTACHED_SHADERS),
-                            glCall("glGetAttachedShaders", name, 1),
-                            glCall("glDeleteShader", stage), glCall("glDeleteProgram", name)));
-
-    // A new build links anew and forgets the old locations.
-    buildSimple();
-    program.use();
-    EXPECT_EQ(
-        countCalls(recordGLCalls([&] { program.setUniform("absent", 1); }), "glGetUniformLocation"),
-        1);
-}
 
 TEST_F(ShaderProgram, FailuresAreReportedAndCleanupStillDeletesEverything) {
     std::string messages;
