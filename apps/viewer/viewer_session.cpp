@@ -4,6 +4,7 @@
 
 #include "apps/viewer/scene_setup.h"
 #include "host/core/plugin_objects.h"
+#include "host/viewer/gl_pass_timer.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/scene_renderer.h"
 #include "host/viewer_stage.h"
@@ -21,7 +22,7 @@ const sorrel::LayerObject& layerNamed(sorrel::Viewport& viewport, const char* na
 }  // namespace
 
 ViewerSession::ViewerSession(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
-                             const sorrel::GLContext& context)
+                             const sorrel::GLSurface& context)
     : scene_(scene) {
     const CameraDescription& camera = scene.camera;
     stage_ = std::make_unique<sorrel::ViewerStage>(camera.width, camera.height, camera.eye,
@@ -66,9 +67,14 @@ std::vector<sorrel::SceneLight> ViewerSession::lights() const {
     return lights;
 }
 
-void ViewerSession::drawFrame() {
+void ViewerSession::drawFrame(const LayerDrawTime& timed) {
     renderer_->draw(viewport(), stage_->scene(), lights());
-    viewport().forEachPluginLayer([](sorrel::LayerObject& layer) { layer.draw(); });
+    viewport().forEachPluginLayer([&timed](sorrel::LayerObject& layer) {
+        if (timed)
+            timed(layer, sorrel::finishedSeconds([&layer] { layer.draw(); }));
+        else
+            layer.draw();
+    });
 }
 
 }  // namespace viewer

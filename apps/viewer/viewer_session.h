@@ -7,6 +7,7 @@
 // A GL context must be current when a session is made, whenever it draws or
 // picks, and when it is destroyed.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,7 +18,7 @@
 #include "vrt/stage.h"
 
 namespace sorrel {
-class GLContext;
+class GLSurface;
 class LayerObject;
 class Picking;
 class PluginLibrary;
@@ -39,7 +40,7 @@ public:
     /// std::runtime_error when the plugin lacks one of its two layers or the
     /// viewport's own shaders fail.
     ViewerSession(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
-                  const sorrel::GLContext& context);
+                  const sorrel::GLSurface& context);
     ~ViewerSession();
     ViewerSession(const ViewerSession&) = delete;
     ViewerSession& operator=(const ViewerSession&) = delete;
@@ -59,8 +60,11 @@ public:
     bool sendEvent(const sorrel::AttrRef& event);
     /// Every light, the locations' and the USD prims', where they stand now.
     std::vector<sorrel::SceneLight> lights() const;
-    /// The host's lit scene, then each plugin layer's drawing, in order.
-    void drawFrame();
+    /// Told how long a plugin layer's draw took: wall clock, seconds, GL finished.
+    using LayerDrawTime = std::function<void(const sorrel::LayerObject& layer, double seconds)>;
+    /// The host's lit scene, then each plugin layer's drawing, in order; each
+    /// layer's draw timed when `timed` is given.
+    void drawFrame(const LayerDrawTime& timed = nullptr);
 
 private:
     SceneDescription scene_;

@@ -5,7 +5,6 @@
 #include <EGL/eglext.h>
 #include <GL/glew.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -115,16 +114,6 @@ void GLContext::makeCurrent() const {
     if (eglMakeCurrent(display_, surface_, surface_, context_) != EGL_TRUE) fail("eglMakeCurrent");
 }
 
-RgbaImage GLContext::readPixels() const {
-    const std::size_t rowBytes = static_cast<std::size_t>(width_) * RgbaImage::kChannels;
-    RgbaImage image{width_, height_, std::vector<std::uint8_t>(rowBytes * height_)};
-    glReadPixels(0, 0, width_, height_, GL_RGBA, GL_UNSIGNED_BYTE, image.pixels.data());
-    // GL counts rows from the bottom.
-    const auto row = [&](int index) { return image.pixels.begin() + index * rowBytes; };
-    for (int top = 0, bottom = height_ - 1; top < bottom; ++top, --bottom) {
-        std::swap_ranges(row(top), row(top) + rowBytes, row(bottom));
-    }
-    return image;
-}
+RgbaImage GLContext::readPixels() const { return readColourBuffer(width_, height_); }
 
 }  // namespace sorrel

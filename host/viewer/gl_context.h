@@ -3,21 +3,22 @@
 // 4.5 compatibility profile, and a pbuffer surface with colour and depth.
 // GLEW's entry points are loaded, so the plugin's GL calls work under it.
 
+#include "host/viewer/gl_surface.h"
 #include "host/viewer/rgba_image.h"
 
 namespace sorrel {
 
-class GLContext {
+class GLContext : public GLSurface {
 public:
     /// Makes a context with a `width` x `height` pixel surface (RGBA8, 24-bit
     /// depth, no multisampling) and makes it current. Throws
     /// std::runtime_error naming the step that failed.
     GLContext(int width, int height);
-    ~GLContext();
+    ~GLContext() override;
     GLContext(const GLContext&) = delete;
     GLContext& operator=(const GLContext&) = delete;
 
-    void makeCurrent() const;
+    void makeCurrent() const override;
     int width() const { return width_; }
     int height() const { return height_; }
 

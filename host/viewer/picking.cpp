@@ -8,7 +8,8 @@
 #include <map>
 
 #include "host/core/plugin_objects.h"
-#include "host/viewer/gl_context.h"
+#include "host/viewer/gl_pass_timer.h"
+#include "host/viewer/gl_surface.h"
 #include "host/viewer/viewport.h"
 
 namespace sorrel {
@@ -128,7 +129,7 @@ AttrRef pickedGroup(const std::vector<PickHit>& hits) {
     return groupAttr(std::move(children));
 }
 
-Picking::Picking(Viewport& viewport, const GLContext& context)
+Picking::Picking(Viewport& viewport, const GLSurface& context)
     : viewport_(viewport), context_(context) {}
 
 Picking::~Picking() {
@@ -137,15 +138,21 @@ Picking::~Picking() {
 }
 
 void Picking::pass(const PickArea& area, const std::vector<LayerObject*>& layers,
-                   const AttrRef& excluded, const std::function<void()>& read) {
+                   const AttrRef& excluded, const std::function<void()>& read,
+                   const std::vector<PickHit>& hits) {
     context_.makeCurrent();
     prepareTarget();
-    const PassState restored(viewport_);
-    glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
-    prepareState(viewport_.width, viewport_.height);
-    for (LayerObject* layer : layers)
-        layer->pickerDraw(area.x, area.y, area.width, area.height, excluded);
-    read();
+    const auto drawAndRead = [&] {
+        const PassState restored(viewport_);
+        glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
+        prepareState(viewport_.width, viewport_.height);
+        for (LayerObject* layer : layers)
+            layer->pickerDraw(area.x, area.y, area.width, area.height, excluded);
+        read();
+    };
+    if (!observer_) return drawAndRead();
+    const double seconds = finishedSeconds(drawAndRead);
+    observer_({std::vector<const LayerObject*>(layers.begin(), layers.end()), hits, seconds});
 }
 
 std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<LayerObject*>& layers,
@@ -153,13 +160,16 @@ std::vector<PickHit> Picking::pick(const PickArea& area, const std::vector<Layer
     const PickArea inside = clipped(area, viewport_.width, viewport_.height);
     if (inside.width == 0 || inside.height == 0) return {};
     std::vector<PickHit> hits;
-    pass(area, layers, excluded, [&] {
-        for (const auto& [id, depth] : readIds(inside, viewport_.height)) {
-            // A colour that no layer registered is no object.
-            if (const AttrRef* attribute = viewport_.pickedAttr(id))
-                hits.push_back({id, *attribute, depth});
-        }
-    });
+    pass(
+        area, layers, excluded,
+        [&] {
+            for (const auto& [id, depth] : readIds(inside, viewport_.height)) {
+                // A colour that no layer registered is no object.
+                if (const AttrRef* attribute = viewport_.pickedAttr(id))
+                    hits.push_back({id, *attribute, depth});
+            }
+        },
+        hits);
     return hits;
 }
 

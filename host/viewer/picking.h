@@ -18,7 +18,7 @@
 
 namespace sorrel {
 
-class GLContext;
+class GLSurface;
 class LayerObject;
 class Viewport;
 
@@ -61,11 +61,22 @@ struct PickImage {
     std::map<std::uint64_t, AttrRef> objects;
 };
 
+/// One picker pass as it went, for a viewer that shows the picking at work.
+struct PickPass {
+    std::vector<const LayerObject*> layers;  // drawn, in this order
+    /// By ascending id; empty for a pass over the whole viewport.
+    std::vector<PickHit> hits;
+    /// Wall clock from the first GL call to the pixels read back, GL finished.
+    double seconds = 0.0;
+};
+
 class Picking {
 public:
+    using PassObserver = std::function<void(const PickPass&)>;
+
     /// Renders with `context`, which it makes current for each pass; the
     /// framebuffer follows the viewport's size.
-    Picking(Viewport& viewport, const GLContext& context);
+    Picking(Viewport& viewport, const GLSurface& context);
     /// Deletes the framebuffer (the context must still exist) and takes the
     /// pick handler back if this object installed it.
     ~Picking();
@@ -87,23 +98,30 @@ public:
     /// is written only when something was hit.
     void install();
 
+    /// Calls `observer` after each pass from now on; null for none. An
+    /// observed pass waits for GL to finish before it starts, to be timed.
+    void observePasses(PassObserver observer) { observer_ = std::move(observer); }
+
 private:
-    /// Draws `layers` into the framebuffer and calls `read` while it is bound.
+    /// Draws `layers` into the framebuffer and calls `read` while it is bound;
+    /// tells the observer, if any, with `hits`, which `read` fills.
     void pass(const PickArea& area, const std::vector<LayerObject*>& layers,
-              const AttrRef& excluded, const std::function<void()>& read);
+              const AttrRef& excluded, const std::function<void()>& read,
+              const std::vector<PickHit>& hits = {});
     AttrRef answer(const std::string& layerName, const PickArea& area, float* depth);
     /// Makes the framebuffer at the viewport's size, anew when that changed.
     void prepareTarget();
     void releaseTarget();
 
     Viewport& viewport_;
-    const GLContext& context_;
+    const GLSurface& context_;
     unsigned int framebuffer_ = 0;
     unsigned int colourBuffer_ = 0;
     unsigned int depthBuffer_ = 0;
     std::int32_t targetWidth_ = 0;
     std::int32_t targetHeight_ = 0;
     bool installed_ = false;
+    PassObserver observer_;
 };
 
 }  // namespace sorrel
