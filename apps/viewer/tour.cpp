@@ -7,8 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <set>
 
+#include "apps/viewer/light_poses.h"
 #include "apps/viewer/mouse_events.h"
 #include "apps/viewer/number_text.h"
 #include "apps/viewer/pick_colours.h"
@@ -34,24 +34,7 @@ constexpr const char* kHandleShaderStem =
 constexpr const char* kHandleShaderExtensions[] = {"vert", "geom", "frag"};
 /// How far "Normal" drags when the scene names no pixel to drag to, in pixels.
 constexpr Pixel kDefaultDrag = {40, -20};
-/// World units below which a light counts as not moved.
-constexpr double kMoveTolerance = 1e-9;
 constexpr const char* kPlacingMode = "Normal";
-
-struct Pose {
-    Vec3 position;
-    Vec3 aim;
-};
-
-Pose poseOf(const sorrel::Scene& scene, const std::string& path) {
-    const sorrel::SceneLight light = sorrel::placedLight(path, *scene.worldTransform(path));
-    return {light.position, light.direction};
-}
-
-bool differ(const Pose& a, const Pose& b) {
-    return sorrel::length(a.position - b.position) > kMoveTolerance ||
-           sorrel::length(a.aim - b.aim) > kMoveTolerance;
-}
 
 std::string pixelText(const Pixel& pixel) {
     return "(" + std::to_string(pixel[0]) + ", " + std::to_string(pixel[1]) + ")";
@@ -144,7 +127,7 @@ private:
         putLightBack();
         const std::string label = mode.label;
         session_.setOption("Mode", sorrel::stringAttr(label));
-        const Pose before = poseOf(scene(), report_.light);
+        const LightPose before = lightPoses(scene()).at(report_.light);
         sorrel::SnappingLayer& snapping = session_.stage().snappingLayer();
         snapping.forgetAnswer();
 
@@ -163,7 +146,7 @@ private:
         step.pixel = pixel;
         if (const auto& answer = snapping.lastAnswer())
             step.point = answer->point, step.normal = answer->normal;
-        const Pose after = poseOf(scene(), report_.light);
+        const LightPose after = lightPoses(scene()).at(report_.light);
         step.position = after.position;
         step.aim = after.aim;
         step.moved = differ(before, after);
@@ -242,14 +225,12 @@ private:
     void createPackage() {
         const TourDescription& tour = session_.scene().tour;
         const Pixel pixel = tour.package ? *tour.package : pressPixel(kPlacingMode);
-        std::set<std::string> before;
-        for (const sorrel::SceneLight& light : sorrel::locationLights(scene()))
-            before.insert(light.path);
+        const LightPoses before = lightPoses(scene());
         session_.setOption("Mode", sorrel::stringAttr(kPlacingMode));
         session_.sendEvent(leftPress(pixel[0], pixel[1], kShiftModifier));
         session_.sendEvent(leftRelease(pixel[0], pixel[1]));
-        for (const sorrel::SceneLight& light : sorrel::locationLights(scene()))
-            if (before.count(light.path) == 0) report_.packageLight = light.path;
+        const std::vector<std::string> added = newLights(before, lightPoses(scene()));
+        if (!added.empty()) report_.packageLight = added.back();
         if (report_.packageLight.empty())
             throw TourFailure("Shift with a left press at " + pixelText(pixel) +
                               " created no package");
