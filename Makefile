@@ -1,7 +1,9 @@
-# The two commands people run: `make demo` and `make test`.
-.PHONY: all deps build demo test test-asan check-format bench bench-instructions clean
+# The two commands people run: `make demo` and `make test`; `make viewer`
+# opens a scene (SCENE=..., the studio by default) in a window under X.
+.PHONY: all deps build demo viewer test test-asan check-format bench bench-instructions clean
 
 JOBS ?= $(shell nproc)
+SCENE ?= examples/studio.json
 
 all: build
 
@@ -15,6 +17,9 @@ build: deps
 
 demo: build
 	@./build/apps/beamwright-viewer examples/studio.json --tour build/demo
+
+viewer: build
+	@./build/apps/beamwright-viewer $(SCENE) --window
 
 test: build
 	@ctest --preset default -j $(JOBS)

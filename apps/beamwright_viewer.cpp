@@ -1,5 +1,6 @@
 // beamwright-viewer: the Beamwright plugin in the stand-in Sorrel viewer host,
-// on a scene from a file; --tour runs the tour headless and pictures it.
+// on a scene from a file; --tour runs the tour headless and pictures it,
+// --window opens the scene in a window to use it by hand.
 
 #include <dlfcn.h>
 
@@ -7,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -17,6 +19,7 @@
 #include "apps/viewer/tour.h"
 #include "apps/viewer/tour_table.h"
 #include "apps/viewer/viewer_session.h"
+#include "apps/window/window_viewer.h"
 #include "host/core/attribute_model.h"
 #include "host/core/plugin_library.h"
 #include "host/core/sample_blocks.h"
@@ -58,6 +61,17 @@ std::vector<SheetPicture> sheetPictures(const TourReport& report) {
     return pictures;
 }
 
+/// Runs `session` and stops when it leaves attribute references or sample blocks behind.
+void withoutLeaks(const std::function<void()>& session) {
+    const std::int64_t references = sorrel::AttributeModel::instance().liveReferences();
+    const std::int64_t blocks = sorrel::SampleBlocks::instance().outstanding();
+    session();
+    const std::int64_t leaked = sorrel::AttributeModel::instance().liveReferences() - references;
+    if (leaked != 0) throw Stop{std::to_string(leaked) + " attribute references leaked"};
+    if (sorrel::SampleBlocks::instance().outstanding() != blocks)
+        throw Stop{"sample blocks were not given back"};
+}
+
 void runTourOn(const std::string& scenePath, const std::string& pluginPath,
                const std::string& folder) {
     const auto start = std::chrono::steady_clock::now();
@@ -69,20 +83,14 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
     std::filesystem::create_directories(folder, error);
     if (error) throw Stop{"cannot make " + folder + ": " + error.message()};
 
-    const std::int64_t references = sorrel::AttributeModel::instance().liveReferences();
-    const std::int64_t blocks = sorrel::SampleBlocks::instance().outstanding();
     TourReport report;
-    {
+    withoutLeaks([&] {
         const sorrel::GLContext context(scene.camera.width, scene.camera.height);
         ViewerSession session(scene, plugin, context);
         std::printf("Scene %s: %zu meshes, %zu lights, %zu USD lights\n\n", scenePath.c_str(),
                     scene.meshes.size(), scene.lights.size(), scene.usdLights.size());
         report = runTour(session, context, folder);
-    }
-    const std::int64_t leaked = sorrel::AttributeModel::instance().liveReferences() - references;
-    if (leaked != 0) throw Stop{std::to_string(leaked) + " attribute references leaked"};
-    if (sorrel::SampleBlocks::instance().outstanding() != blocks)
-        throw Stop{"sample blocks were not given back"};
+    });
 
     printModeTable(stdout, report);
     const std::string sheetPath = folder + "/tour.png";
@@ -92,6 +100,19 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("\nWrote %zu pictures and the contact sheet %s in %.1f s; no reference leaked.\n",
                 report.pictures.size(), sheetPath.c_str(), seconds.count());
+}
+
+void runWindowOn(const std::string& scenePath, const std::string& pluginPath,
+                 const WindowSettings& settings) {
+    const SceneDescription scene = loadSceneFile(scenePath);
+    checkPluginLoads(pluginPath);
+    try {
+        checkHandleShaders();
+    } catch (const TourFailure& missing) {
+        throw Stop{missing.what()};
+    }
+    const sorrel::PluginLibrary plugin(pluginPath);
+    withoutLeaks([&] { runWindow(scene, plugin, settings, stdout); });
 }
 
 }  // namespace
@@ -108,10 +129,17 @@ int main(int argc, char** argv) {
         }
         if (line.root) setenv("SORREL_ROOT", line.root->c_str(), /* overwrite = */ 1);
         setenv("SORREL_ROOT", BEAMWRIGHT_RESOURCES_DIR, /* overwrite = */ 0);
-        if (!line.tourFolder)
-            throw Stop{"nothing to do: give --tour DIR (see --help)", kUsageError};
-        runTourOn(line.scene.value_or(BEAMWRIGHT_DEFAULT_SCENE),
-                  line.plugin.value_or(BEAMWRIGHT_PLUGIN_PATH), *line.tourFolder);
+        const std::string scene = line.scene.value_or(BEAMWRIGHT_DEFAULT_SCENE);
+        const std::string plugin = line.plugin.value_or(BEAMWRIGHT_PLUGIN_PATH);
+        if (line.window) {
+            WindowSettings settings;
+            if (line.shotsFolder) settings.shotsFolder = *line.shotsFolder;
+            runWindowOn(scene, plugin, settings);
+        } else if (line.tourFolder) {
+            runTourOn(scene, plugin, *line.tourFolder);
+        } else {
+            throw Stop{"nothing to do: give --tour DIR or --window (see --help)", kUsageError};
+        }
         return EXIT_SUCCESS;
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "%s: %s (see --help)\n", kProgram, error.what());

@@ -16,6 +16,10 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
             line.help = true;
         else if (argument == "--tour")
             value(line.tourFolder);
+        else if (argument == "--window")
+            line.window = true;
+        else if (argument == "--shots")
+            value(line.shotsFolder);
         else if (argument == "--plugin")
             value(line.plugin);
         else if (argument == "--root")
@@ -27,24 +31,33 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
         else
             line.scene = argument;
     }
+    if (line.window && line.tourFolder)
+        throw std::invalid_argument("--window and --tour are one or the other");
+    if (line.shotsFolder && !line.window) throw std::invalid_argument("--shots goes with --window");
     return line;
 }
 
 std::string usage(const std::string& defaultScene, const std::string& defaultPlugin,
                   const std::string& defaultRoot) {
     return "Usage: beamwright-viewer [SCENE.json] --tour DIR [--plugin PATH] [--root DIR]\n"
+           "       beamwright-viewer [SCENE.json] --window [--shots DIR] [--plugin PATH] [--root "
+           "DIR]\n"
            "       beamwright-viewer --help\n"
            "\n"
-           "Loads the Beamwright plugin into the stand-in Sorrel viewer host, opens a scene\n"
-           "file and runs the tour: the selected light placed in each of the twelve modes,\n"
-           "a hovered handle, the picking pass and a new light package, each pictured in\n"
-           "DIR, with a labelled contact sheet DIR/tour.png and a table of what each mode\n"
-           "did. No display or GPU is needed. The scene format: docs/scene-format.md.\n"
+           "Loads the Beamwright plugin into the stand-in Sorrel viewer host and opens a\n"
+           "scene file. --tour runs the tour: the selected light placed in each of the\n"
+           "twelve modes, a hovered handle, the picking pass and a new light package, each\n"
+           "pictured in DIR, with a labelled contact sheet DIR/tour.png and a table of what\n"
+           "each mode did; no display or GPU is needed. --window opens the scene in a window\n"
+           "under X to place lights with the mouse (bindings in the README) and reports\n"
+           "what it does, one line each. The scene format: docs/scene-format.md.\n"
            "\n"
            "  SCENE.json     the scene (default " +
            defaultScene +
            ")\n"
            "  --tour DIR     write the tour's pictures into DIR, made if missing\n"
+           "  --window       open a window (needs an X display)\n"
+           "  --shots DIR    where F12 writes pictures of the window (default .)\n"
            "  --plugin PATH  the plugin to load (default " +
            defaultPlugin +
            ")\n"

@@ -9,10 +9,12 @@ namespace viewer {
 
 struct CommandLine {
     bool help = false;
-    std::optional<std::string> scene;       // default: the shipped studio scene
-    std::optional<std::string> tourFolder;  // --tour DIR
-    std::optional<std::string> plugin;      // --plugin PATH
-    std::optional<std::string> root;        // --root DIR: SORREL_ROOT
+    std::optional<std::string> scene;        // default: the shipped studio scene
+    std::optional<std::string> tourFolder;   // --tour DIR
+    bool window = false;                     // --window
+    std::optional<std::string> shotsFolder;  // --shots DIR: the window's pictures
+    std::optional<std::string> plugin;       // --plugin PATH
+    std::optional<std::string> root;         // --root DIR: SORREL_ROOT
 };
 
 /// Reads the arguments (without the program's name); throws

@@ -8,12 +8,17 @@
 
 namespace viewer {
 
+/// Values of "button"; each is also its bit in "buttons".
 constexpr int kNoButton = 0;
 constexpr int kLeftButton = 1;
+constexpr int kRightButton = 2;
+constexpr int kMiddleButton = 4;
 /// The bit of the left button in "buttons".
-constexpr int kLeftButtonHeld = 0x1;
-/// The bit of Shift in "modifiers".
+constexpr int kLeftButtonHeld = kLeftButton;
+/// Bits of "modifiers".
 constexpr int kShiftModifier = 0x02000000;
+constexpr int kControlModifier = 0x04000000;
+constexpr int kAltModifier = 0x08000000;
 
 sorrel::AttrRef mouseEvent(const char* type, int x, int y, int button, int buttons, int modifiers);
 

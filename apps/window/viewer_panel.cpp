@@ -1,0 +1,101 @@
+#include "apps/window/viewer_panel.h"
+
+#include <imgui.h>
+#include <imgui_stdlib.h>
+
+#include <string>
+
+#include "apps/viewer/placement_modes.h"
+#include "apps/window/window_input.h"
+
+namespace viewer {
+
+namespace {
+
+constexpr ImGuiWindowFlags kPanelFlags = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
+                                         ImGuiWindowFlags_NoCollapse |
+                                         ImGuiWindowFlags_NoSavedSettings;
+/// What the layers accept, as the handles layer clamps it.
+constexpr double kMinManipulatorScale = 0.01;
+constexpr double kMaxManipulatorScale = 10.0;
+/// World units; the layer takes any positive distance.
+constexpr double kMinDistance = 0.1;
+constexpr double kMaxDistance = 100.0;
+constexpr float kDistanceDragSpeed = 0.05f;
+/// Lines of text below the light list: the hovered light, a heading, two times.
+constexpr float kLinesBelowLights = 4.0f;
+constexpr const char* kLongestOptionName = "PackageClassName";
+const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
+
+void modeList(LayerOptions& options) {
+    ImGui::TextUnformatted("Mode (key, label as the layer takes it)");
+    for (std::size_t i = 0; i < kPlacementModes.size(); ++i) {
+        const std::string label = kPlacementModes[i].label;
+        const std::string row = std::string(keyOfMode(i)) + "  " +
+                                (label.empty() ? "\"\" (none)" : label) + "##mode" +
+                                std::to_string(i);
+        if (ImGui::RadioButton(row.c_str(), options.mode == label)) options.mode = label;
+    }
+}
+
+void optionFields(LayerOptions& options) {
+    // The fields leave room for the longest option name beside them.
+    ImGui::PushItemWidth(
+        -(ImGui::CalcTextSize(kLongestOptionName).x + ImGui::GetStyle().ItemInnerSpacing.x));
+    ImGui::Checkbox("Enabled", &options.enabled);
+    ImGui::DragScalar("DefaultDistance", ImGuiDataType_Double, &options.defaultDistance,
+                      kDistanceDragSpeed, &kMinDistance, &kMaxDistance, "%.2f",
+                      ImGuiSliderFlags_AlwaysClamp);
+    ImGui::SliderScalar("Manipulator.Scale", ImGuiDataType_Double, &options.manipulatorScale,
+                        &kMinManipulatorScale, &kMaxManipulatorScale, "%.2f",
+                        ImGuiSliderFlags_Logarithmic | ImGuiSliderFlags_AlwaysClamp);
+    ImGui::InputText("PackageClassName", &options.packageClassName);
+    ImGui::PopItemWidth();
+}
+
+std::optional<std::string> lightList(const std::vector<PanelLight>& lights) {
+    std::optional<std::string> clicked;
+    ImGui::Text("Lights (%zu), click to select", lights.size());
+    // The list takes what the lines below it leave of the panel's height.
+    const float below = ImGui::GetTextLineHeightWithSpacing() * kLinesBelowLights +
+                        ImGui::GetStyle().ItemSpacing.y * 2.0f;
+    ImGui::BeginChild("lights", ImVec2(0.0f, -below), /* border = */ true);
+    for (const PanelLight& light : lights) {
+        if (light.usd) ImGui::PushStyleColor(ImGuiCol_Text, kDimmed);
+        const std::string row = light.path + (light.usd ? "  (USD)" : "");
+        if (ImGui::Selectable(row.c_str(), light.selected)) clicked = light.path;
+        if (light.usd) ImGui::PopStyleColor();
+    }
+    ImGui::EndChild();
+    return clicked;
+}
+
+void passTime(const char* name, const std::optional<double>& milliseconds) {
+    if (milliseconds)
+        ImGui::Text("%s %.3f ms", name, *milliseconds);
+    else
+        ImGui::Text("%s -", name);
+}
+
+}  // namespace
+
+std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInfo& info,
+                                           const PanelArea& area) {
+    ImGui::SetNextWindowPos(ImVec2(area.x, 0.0f));
+    ImGui::SetNextWindowSize(ImVec2(area.width, area.height));
+    ImGui::Begin("Beamwright", nullptr, kPanelFlags);
+    modeList(options);
+    ImGui::Separator();
+    optionFields(options);
+    ImGui::Separator();
+    const std::optional<std::string> clicked = lightList(info.lights);
+    ImGui::Text("Hovered: %s", info.hovered.empty() ? "none" : info.hovered.c_str());
+    ImGui::Separator();
+    ImGui::TextUnformatted("Handles layer, latest passes");
+    passTime("draw pass:   ", info.drawMilliseconds);
+    passTime("picking pass:", info.pickMilliseconds);
+    ImGui::End();
+    return clicked;
+}
+
+}  // namespace viewer

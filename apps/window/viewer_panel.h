@@ -1,0 +1,41 @@
+#pragma once
+// The window's panel beside the viewport: the placement modes with the keys
+// that choose them, the layers' options, the lights with their selection, the
+// hovered light and how long the handles layer's passes take.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "apps/window/layer_options.h"
+
+namespace viewer {
+
+struct PanelLight {
+    std::string path;
+    bool selected = false;
+    bool usd = false;  // a USD prim's light, which no placement moves
+};
+
+/// What the panel shows beside the options.
+struct PanelInfo {
+    std::vector<PanelLight> lights;
+    std::string hovered;  // the light whose handle the pointer is on; empty for none
+    /// The handles layer's latest draw pass and picking pass, milliseconds.
+    std::optional<double> drawMilliseconds;
+    std::optional<double> pickMilliseconds;
+};
+
+/// The panel's area of the window, pixels from the top left corner.
+struct PanelArea {
+    float x = 0.0f;
+    float width = 0.0f;
+    float height = 0.0f;
+};
+
+/// Lays the panel out for this ImGui frame: edits `options` in place and
+/// answers the light a person clicked in the list, if any.
+std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInfo& info,
+                                           const PanelArea& area);
+
+}  // namespace viewer
