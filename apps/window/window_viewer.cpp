@@ -317,19 +317,28 @@ private:
         report_.hovered(path);
     }
 
-    /// Selects the light whose handle lies under `pixel`, nearest first; false when none does.
+    /// Selects the light whose handle lies under `pixel`, nearest first;
+    /// false when none does. A selected light shows the manipulator's marker
+    /// instead of its handle, so a press there goes on to the placement.
     bool selectHandleAt(const Pixel& pixel) {
         std::optional<std::string> nearest;
         float nearestDepth = 0.0f;
         for (const sorrel::PickHit& hit : session_.picking().pickAll({pixel[0], pixel[1]})) {
             const auto location = sorrel::readString(hit.attribute.child("location"));
-            if (!location || (nearest && hit.depth >= nearestDepth)) continue;
+            if (!location || isSelected(*location) || (nearest && hit.depth >= nearestDepth))
+                continue;
             nearest = *location;
             nearestDepth = hit.depth;
         }
         if (!nearest) return false;
         select(*nearest);
         return true;
+    }
+
+    bool isSelected(const std::string& path) {
+        if (std::count(usdSelection_.begin(), usdSelection_.end(), path) != 0) return true;
+        const sorrel::Location* const location = scene().find(path);
+        return location != nullptr && location->selected;
     }
 
     /// Makes `path` the one selected light: a location, or a USD prim's light.
@@ -376,14 +385,11 @@ private:
 
     // ---- a frame ----
 
-    PanelInfo panelInfo() const {
+    PanelInfo panelInfo() {
         PanelInfo info;
         for (const sorrel::SceneLight& light : session_.lights()) {
-            const bool usd = usdLights_.count(light.path) != 0;
-            const bool selected =
-                usd ? std::count(usdSelection_.begin(), usdSelection_.end(), light.path) != 0
-                    : light.selected;
-            info.lights.push_back({light.path, selected, usd});
+            info.lights.push_back(
+                {light.path, isSelected(light.path), usdLights_.count(light.path) != 0});
         }
         info.hovered = hovered_;
         info.drawMilliseconds = drawMilliseconds_;
