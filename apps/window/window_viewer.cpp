@@ -44,6 +44,9 @@ constexpr double kDollyStepsPerPixel = 0.02;
 constexpr double kMillisecondsPerSecond = 1000.0;
 constexpr std::uint8_t kOpaque = 255;
 
+/// What a press in the window started; it lasts until every button is up.
+/// The camera's gestures and a press on a handle go no further; "Plugin"
+/// hands the press, the moves and the releases on to the plugin's layers.
 enum class Gesture { None, Panel, Orbit, Pan, Dolly, Select, Plugin };
 
 bool isCameraGesture(Gesture gesture) {
@@ -54,6 +57,11 @@ std::set<std::string> usdLightPaths(const SceneDescription& scene) {
     std::set<std::string> paths;
     for (const LightDescription& light : scene.usdLights) paths.insert(light.path);
     return paths;
+}
+
+/// The light a picked handle stands for.
+std::optional<std::string> locationOf(const sorrel::PickHit& hit) {
+    return sorrel::readString(hit.attribute.child("location"));
 }
 
 std::string numbered(const std::string& folder, int number) {
@@ -306,8 +314,7 @@ private:
         if (pass.layers.size() != 1) return;
         std::string found;
         for (const sorrel::PickHit& hit : pass.hits)
-            if (const auto location = sorrel::readString(hit.attribute.child("location")))
-                found = *location;
+            if (const auto location = locationOf(hit)) found = *location;
         handlesPick_ = found;
     }
 
@@ -324,7 +331,7 @@ private:
         std::optional<std::string> nearest;
         float nearestDepth = 0.0f;
         for (const sorrel::PickHit& hit : session_.picking().pickAll({pixel[0], pixel[1]})) {
-            const auto location = sorrel::readString(hit.attribute.child("location"));
+            const auto location = locationOf(hit);
             if (!location || isSelected(*location) || (nearest && hit.depth >= nearestDepth))
                 continue;
             nearest = *location;
