@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
@@ -43,9 +44,16 @@ ChildProcess::ChildProcess(const std::vector<std::string>& arguments,
                                      O_WRONLY | O_CREAT | O_APPEND, 0644);
 
     std::vector<std::string> argv = arguments;
-    std::vector<std::string> envp;
-    for (char** entry = environ; *entry != nullptr; ++entry) envp.emplace_back(*entry);
-    envp.insert(envp.end(), environment.begin(), environment.end());
+    // The given variables replace the test's own of the same name.
+    const auto nameOf = [](const std::string& entry) { return entry.substr(0, entry.find('=')); };
+    std::vector<std::string> envp = environment;
+    for (char** entry = environ; *entry != nullptr; ++entry) {
+        const std::string inherited = *entry;
+        const bool replaced = std::any_of(
+            environment.begin(), environment.end(),
+            [&](const std::string& given) { return nameOf(given) == nameOf(inherited); });
+        if (!replaced) envp.push_back(inherited);
+    }
     std::vector<char*> argvPointers = pointersTo(argv);
     std::vector<char*> envpPointers = pointersTo(envp);
     const int failed = posix_spawnp(&pid_, argv.front().c_str(), &actions, nullptr,
