@@ -27,7 +27,7 @@
 #include "host/viewer/scene_light.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
-#include "tests/viewer/temp_folder.h"
+#include "tests/support/temp_folder.h"
 #include "tests/window/child_process.h"
 #include "tests/window/xvfb_display.h"
 
@@ -247,7 +247,7 @@ protected:
         }
     }
 
-    viewer_testing::TempFolder folder_;
+    testing_support::TempFolder folder_;
     StudioView view_;
     std::unique_ptr<XvfbDisplay> display_;
     std::unique_ptr<ChildProcess> viewer_;
