@@ -1,13 +1,24 @@
 // Instructions per light and per location of the plugin's own work, beside its
 // floor, counted by callgrind (see `make bench-instructions`).
 //
-// Run under callgrind, each measured call is bracketed by client requests that
-// switch instrumentation and collection on and off, and each figure ends in a
-// dump named "<path>/<part>/<items>". The parts: "plugin" reaches the host
-// through the trampolines that callgrind leaves out (--toggle-collect), "all"
-// reaches it straight, and "floor" is the floor. Run with `--report DIR`, it
-// reads the dumps in DIR and prints the table.
+// Every figure is counted in a process of its own, after the same preparation
+// as its floor: an insert into a map costs more or less in a heap that other
+// work has been through, so a count must not depend on what ran before it.
+// Under callgrind the measured call is bracketed by client requests that switch
+// instrumentation and collection on and off, and ends in a dump named
+// "<path>/<part>/<items>". The parts: "plugin" reaches the host through the
+// trampolines that callgrind leaves out (--toggle-collect), "all" reaches it
+// straight, and "floor" is the floor.
+//
+// Run plainly, with names of paths or none, the program counts each figure in
+// a process of its own under callgrind and prints the table. `--count PATH
+// PART ITEMS` is what each of those processes runs; `--report DIR` prints the
+// table of the dumps in DIR.
 
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <valgrind/callgrind.h>
 
 #include <algorithm>
@@ -17,6 +28,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iostream>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,11 +38,14 @@
 #include "bench/support/location_scene.h"
 #include "scene/light_component.h"
 
+extern char** environ;
+
 namespace {
 
 constexpr int kLights = 10000;
-constexpr std::size_t kIngestSizes[] = {10000, 100000};
-constexpr std::size_t kRebuildSizes[] = {10000, 100000};
+constexpr std::size_t kSizes[] = {10000, 100000};
+/// Counted only when asked for by name ("million"): some minutes.
+constexpr std::size_t kMillion = 1000000;
 constexpr const char* kPlugin = "plugin";
 constexpr const char* kAll = "all";
 constexpr const char* kFloor = "floor";
@@ -56,8 +71,17 @@ const Path kPaths[] = {
     {"rebuild", "light list rebuild", "location", {false, 1.2}},
 };
 
+/// One count: a part of a path at a size.
+struct Figure {
+    std::string path;
+    std::string part;
+    std::size_t items;
+};
+
+// ---- one figure, in a process of its own ----
+
 /// Counts `work` under callgrind as the dump "<path>/<part>/<items>".
-void count(const std::string& path, const char* part, std::size_t items,
+void count(const std::string& path, const std::string& part, std::size_t items,
            const std::function<void()>& work) {
     const std::string name = path + "/" + part + "/" + std::to_string(items);
     CALLGRIND_START_INSTRUMENTATION;
@@ -68,64 +92,70 @@ void count(const std::string& path, const char* part, std::size_t items,
     CALLGRIND_STOP_INSTRUMENTATION;
 }
 
-/// Counts `work` with the host left out, then with it in; `prepare` runs
-/// uncounted before each.
-void countPluginAndAll(const std::string& path, std::size_t items,
-                       const std::function<void()>& prepare, const std::function<void()>& work) {
-    for (const bool separate : {true, false}) {
-        bench::separateHostShare(separate);
-        prepare();
-        count(path, separate ? kPlugin : kAll, items, work);
-    }
-    bench::separateHostShare(true);
-}
-
-void countHandles() {
+void countHandles(const std::string& path, const std::string& part) {
     bench::HandlesScene scene(kLights);
     const bench::HandlesFloor floor(scene);
     const std::size_t lights = scene.lightCount();
-    const auto nothing = [] {};
-    const auto startPicking = [&] { scene.startPicking(); };
     // A first pass of each kind asks GL for its uniform locations.
     scene.drawPass();
-    startPicking();
+    scene.startPicking();
     scene.pickingPass();
-    countPluginAndAll("draw", lights, nothing, [&] { scene.drawPass(); });
-    count("draw", kFloor, lights, [&] { floor.drawPass(); });
-    countPluginAndAll("picking", lights, startPicking, [&] { scene.pickingPass(); });
-    count("picking", kFloor, lights, [&] { floor.pickingPass(); });
+    const bool drawing = path == "draw";
+    if (part == kFloor) {
+        count(path, part, lights, [&] { drawing ? floor.drawPass() : floor.pickingPass(); });
+        return;
+    }
+    bench::separateHostShare(part == kPlugin);
+    if (!drawing) scene.startPicking();
+    count(path, part, lights, [&] { drawing ? scene.drawPass() : scene.pickingPass(); });
 }
 
-void countIngest(std::size_t size) {
+void countIngest(const std::string& part, std::size_t size) {
     const std::vector<std::string> paths = bench::makePaths(size);
-    {
-        const bench::LocationScene scene(paths);
-        bench::separateHostShare(true);
-        count("ingest", kPlugin, size, [&] { scene.ingest(); });
+    // Made for the floor too, so that the floor meets the heap the plugin meets.
+    const bench::LocationScene scene(paths);
+    if (part == kFloor) {
+        bench::IngestFloor floor(paths);
+        count("ingest", part, size, [&] { floor.ingest(); });
+        return;
     }
-    {
-        const bench::LocationScene scene(paths);
-        bench::separateHostShare(false);
-        count("ingest", kAll, size, [&] { scene.ingest(); });
-        bench::separateHostShare(true);
-    }
-    bench::IngestFloor floor(paths);
-    count("ingest", kFloor, size, [&] { floor.ingest(); });
+    bench::separateHostShare(part == kPlugin);
+    count("ingest", part, size, [&] { scene.ingest(); });
 }
 
-void countRebuild(std::size_t size) {
+void countRebuild(const std::string& part, std::size_t size) {
     const std::vector<std::string> paths = bench::makePaths(size);
+    if (part == kFloor) {
+        // The walk allocates nothing: its lists are reserved beforehand.
+        bench::WalkFloor floor(paths);
+        count("rebuild", part, size, [&] { floor.walk(); });
+        return;
+    }
     bench::LocationScene scene(paths);
     scene.ingest();
     BeamwrightLayerVDC& component = scene.component();
     // A first rebuild, as every later one finds it: the queue and lists grown.
     component.getLights();
     // The change that makes the list stale is not counted.
-    countPluginAndAll(
-        "rebuild", size, [&] { scene.reportChange(bench::kLocationsPerLight); },
-        [&] { component.getLights(); });
-    bench::WalkFloor floor(paths);
-    count("rebuild", kFloor, size, [&] { floor.walk(); });
+    scene.reportChange(bench::kLocationsPerLight);
+    bench::separateHostShare(part == kPlugin);
+    count("rebuild", part, size, [&] { component.getLights(); });
+}
+
+int countOne(const Figure& figure) {
+    if (!RUNNING_ON_VALGRIND) {
+        std::fprintf(stderr, "instruction_counts: --count runs under callgrind\n");
+        return 1;
+    }
+    if (figure.path == "draw" || figure.path == "picking")
+        countHandles(figure.path, figure.part);
+    else if (figure.path == "ingest")
+        countIngest(figure.part, figure.items);
+    else if (figure.path == "rebuild")
+        countRebuild(figure.part, figure.items);
+    else
+        return 1;
+    return 0;
 }
 
 // ---- the report ----
@@ -173,7 +203,7 @@ void printRow(const Path& path, std::size_t items, const std::map<std::string, d
                 plugin, std::max(all - plugin, 0.0), floor, ratio, goal, held ? "held" : "MISSED");
 }
 
-int report(const char* folder) {
+int report(const std::filesystem::path& folder) {
     const std::map<std::string, double> counts = readDumps(folder);
     std::printf(
         "Instructions per item (callgrind); plugin = the plugin's own, host = the host's "
@@ -192,21 +222,84 @@ int report(const char* folder) {
     return 0;
 }
 
+// ---- every figure, each in a process under callgrind ----
+
+/// The figures of the paths named: "handles" (both passes), "ingest",
+/// "rebuild", and "million", both of the latter at a million locations
+/// without the host's share; none named, all but "million".
+std::vector<Figure> figuresOf(const std::vector<std::string>& names) {
+    const auto wanted = [&](const char* name) {
+        return std::find(names.begin(), names.end(), name) != names.end();
+    };
+    const bool all = names.empty();
+    std::vector<Figure> figures;
+    const auto add = [&](const char* path, std::size_t items, bool withHost) {
+        for (const char* part : {kPlugin, kAll, kFloor})
+            if (withHost || part != kAll) figures.push_back({path, part, items});
+    };
+    if (all || wanted("handles")) {
+        add("draw", kLights, true);
+        add("picking", kLights, true);
+    }
+    for (const char* path : {"ingest", "rebuild"}) {
+        if (all || wanted(path))
+            for (const std::size_t size : kSizes) add(path, size, true);
+        if (wanted("million")) add(path, kMillion, false);
+    }
+    return figures;
+}
+
+/// Runs `arguments` and waits; its output goes to `log`. True when it succeeded.
+bool run(const std::vector<std::string>& arguments, const std::filesystem::path& log) {
+    std::vector<char*> argv;
+    for (const std::string& argument : arguments)
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, log.c_str(),
+                                     O_WRONLY | O_CREAT | O_APPEND, 0644);
+    posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+    pid_t child = 0;
+    const int spawned = posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    return spawned == 0 && waitpid(child, &status, 0) == child && WIFEXITED(status) &&
+           WEXITSTATUS(status) == 0;
+}
+
+int countAll(const std::vector<Figure>& figures) {
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe");
+    std::string folderName = (std::filesystem::temp_directory_path() / "counts-XXXXXX").string();
+    if (mkdtemp(folderName.data()) == nullptr) return 1;
+    const std::filesystem::path folder = folderName;
+    const std::filesystem::path log = folder / "log";
+    int status = 0;
+    for (std::size_t i = 0; i < figures.size() && status == 0; ++i) {
+        const Figure& figure = figures[i];
+        std::fprintf(stderr, "counting %s/%s/%zu\n", figure.path.c_str(), figure.part.c_str(),
+                     figure.items);
+        const std::string out = (folder / ("counts-" + std::to_string(i))).string();
+        if (!run({"valgrind", "--tool=callgrind", "--instr-atstart=no", "--collect-atstart=no",
+                  "--toggle-collect=*HostEntry*", "--callgrind-out-file=" + out, self.string(),
+                  "--count", figure.path, figure.part, std::to_string(figure.items)},
+                 log)) {
+            std::ifstream text(log);
+            std::cerr << text.rdbuf();
+            status = 1;
+        }
+    }
+    if (status == 0) status = report(folder);
+    std::filesystem::remove_all(folder);
+    return status;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc == 3 && std::string(argv[1]) == "--report") return report(argv[2]);
-    if (!RUNNING_ON_VALGRIND)
-        std::fprintf(stderr, "instruction_counts: run under callgrind (make bench-instructions)\n");
-    // Names of paths given: only those ("handles" stands for both passes).
-    const std::vector<std::string> chosen(argv + 1, argv + argc);
-    const auto wanted = [&](const char* name) {
-        return chosen.empty() || std::find(chosen.begin(), chosen.end(), name) != chosen.end();
-    };
-    if (wanted("handles")) countHandles();
-    if (wanted("ingest"))
-        for (const std::size_t size : kIngestSizes) countIngest(size);
-    if (wanted("rebuild"))
-        for (const std::size_t size : kRebuildSizes) countRebuild(size);
-    return 0;
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments.size() == 2 && arguments[0] == "--report") return report(arguments[1]);
+    if (arguments.size() == 4 && arguments[0] == "--count")
+        return countOne({arguments[1], arguments[2], std::stoul(arguments[3])});
+    return countAll(figuresOf(arguments));
 }

@@ -50,6 +50,7 @@ LocationScene::LocationScene(const std::vector<std::string>& paths) {
     handle =
         delegate.addComponent(kComponentName, reinterpret_cast<void* const*>(&componentSuite()))
             .handle();
+    locationEvent = componentSuite().locationEvent;
 
     const sorrel::AttrRef light = testing_support::lightAttributes(/* distance = */ 5.0);
     const sorrel::AttrRef group = testing_support::groupAttributes();
@@ -66,7 +67,8 @@ LocationScene::LocationScene(const std::vector<std::string>& paths) {
 LocationScene::~LocationScene() { delegate.removeComponents(); }
 
 void LocationScene::report(const RawLocationEvent& event) const {
-    componentSuite().locationEvent(static_cast<PluginObjectHandle*>(handle), &event, kEventFlag);
+    // Through the entry kept, as a host calls it: no look-up counted with the plugin.
+    locationEvent(static_cast<PluginObjectHandle*>(handle), &event, kEventFlag);
 }
 
 void LocationScene::ingest() const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "frame/abi/raw_location_event.h"
+#include "frame/abi/viewer_delegate_component_plugin_suite.h"
 #include "host/viewer/viewer_delegate.h"
 #include "scene/light_location_data.h"
 
@@ -42,6 +43,8 @@ private:
 
     sorrel::ViewerDelegate delegate;
     void* handle = nullptr;
+    decltype(Tessera::Sorrel::ViewerAPI::ViewerDelegateComponentPluginSuite::locationEvent)
+        locationEvent = nullptr;
     std::vector<Tessera::Sorrel::ViewerAPI::RawLocationEvent> events;
 };
 
