@@ -2,18 +2,26 @@
 // Reference-counted attribute values of the host, seen through typed views.
 // A view of the wrong type is the null view, which every reader treats as
 // "missing": wrong types never raise errors.
+//
+// What every read of an attribute goes through (references, types, hashes,
+// children by name, single values) is defined inline below the classes: a
+// location event makes some thirty such calls, and each is little more than
+// the host call itself.
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "frame/abi/boundary_types.h"
+#include "frame/host_suite_registry.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
 
 /// The time at which values that the plugin treats as still are read: the
 /// nearest sample to it stands for the whole attribute.
 inline constexpr float kTimeZero = 0.0f;
+/// The value index that single-value reads ask for.
+inline constexpr std::int64_t kFirstValue = 0;
 
 /// Attribute type codes as the host's getType answers them.
 enum AttributeType : int {
@@ -139,5 +147,75 @@ AttributeHash hashOfText(const char* text);
 GroupAttribute getEventData(const GroupAttribute& event);
 /// The hash of the event's `type` child; (0, 0) when absent or no string.
 AttributeHash getEventTypeHash(const GroupAttribute& event);
+
+// ---- the calls every read goes through ----
+
+inline Attribute Attribute::share(AttributeHandle handle) {
+    if (handle != nullptr) attributeHost().retainAttr(handle);
+    return Attribute(handle);
+}
+
+inline Attribute::Attribute(const Attribute& other) : handle_(other.handle_) {
+    if (handle_ != nullptr) attributeHost().retainAttr(handle_);
+}
+
+inline Attribute& Attribute::operator=(const Attribute& other) {
+    // The new reference is taken before the old one goes.
+    if (this != &other) *this = Attribute(other);
+    return *this;
+}
+
+inline Attribute& Attribute::operator=(Attribute&& other) noexcept {
+    if (this != &other) {
+        if (handle_ != nullptr) attributeHost().releaseAttr(handle_);
+        handle_ = other.handle_;
+        other.handle_ = nullptr;
+    }
+    return *this;
+}
+
+inline Attribute::~Attribute() {
+    if (handle_ != nullptr) attributeHost().releaseAttr(handle_);
+}
+
+inline AttributeHandle Attribute::release() {
+    const AttributeHandle handle = handle_;
+    handle_ = nullptr;
+    return handle;
+}
+
+inline int Attribute::type() const {
+    return handle_ != nullptr ? attributeHost().getType(handle_) : 0;
+}
+
+inline AttributeHash Attribute::hash() const {
+    AttributeHash hash;
+    if (handle_ != nullptr) attributeHost().getHash(&hash, handle_);
+    return hash;
+}
+
+inline std::int32_t IntAttribute::getValue(std::int32_t fallback) const {
+    std::int32_t value = fallback;
+    return attributeHost().getNearestInt(handleAddress(), kTimeZero, kFirstValue, &value)
+               ? value
+               : fallback;
+}
+
+inline double DoubleAttribute::getValue(double fallback) const {
+    double value = fallback;
+    return attributeHost().getNearestDouble(handleAddress(), kTimeZero, kFirstValue, &value)
+               ? value
+               : fallback;
+}
+
+inline StringAttribute StringAttribute::create(const char* text) {
+    return StringAttribute(Attribute::adopt(attributeHost().createString(text)));
+}
+
+inline Attribute GroupAttribute::getChildByName(std::string_view name) const {
+    if (!isValid()) return {};
+    return Attribute::adopt(attributeHost().getChildByName(handle_, name.data(),
+                                                           static_cast<std::int32_t>(name.size())));
+}
 
 }  // namespace Tessera::Sorrel::ViewerAPI

@@ -5,11 +5,9 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-std::shared_ptr<ViewerDelegateWrapper> ViewerDelegateComponentPluginBase::getViewerDelegate() {
-    if (!viewerDelegate_)
-        viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
-            pluginHost, hostSuite_, &HostSuite::getViewerDelegate, hostHandle_);
-    return viewerDelegate_;
+void ViewerDelegateComponentPluginBase::fetchViewerDelegate() {
+    viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(pluginHost, hostSuite_,
+                                                        &HostSuite::getViewerDelegate, hostHandle_);
 }
 
 }  // namespace Tessera::Sorrel::ViewerAPI

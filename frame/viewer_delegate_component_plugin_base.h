@@ -12,10 +12,16 @@ class ViewerDelegateWrapper;
 
 class ViewerDelegateComponentPluginBase : public PluginBaseOf<ViewerDelegateComponentKind> {
 public:
-    /// The component's viewer delegate, made on the first call and kept.
-    std::shared_ptr<ViewerDelegateWrapper> getViewerDelegate();
+    /// The component's viewer delegate, made on the first call and kept. Inline
+    /// and by reference: every new location asks for it.
+    const std::shared_ptr<ViewerDelegateWrapper>& getViewerDelegate() {
+        if (!viewerDelegate_) fetchViewerDelegate();
+        return viewerDelegate_;
+    }
 
 private:
+    void fetchViewerDelegate();
+
     std::shared_ptr<ViewerDelegateWrapper> viewerDelegate_;
 };
 
