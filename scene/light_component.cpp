@@ -90,7 +90,8 @@ bool BeamwrightLayerVDC::locationEvent(const LocationEvent& event, bool) {
     if (isNew || event.transformChanged)
         data.worldMatrix = getViewerDelegate()->getWorldTransform(path, kCurrentTransform);
     if (isNew) {
-        data.selected = selectedLocations.count(path) != 0;
+        // Most scenes load with nothing selected: no hashing of the path then.
+        data.selected = !selectedLocations.empty() && selectedLocations.count(path) != 0;
         data.pickerObject = makePickerObject(path);
     }
     updateLightLocationData(data);

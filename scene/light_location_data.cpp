@@ -24,15 +24,20 @@ std::uint64_t lightTypeHash() {
     return hash;
 }
 
+// The readers below are forced inline: each runs for every new location,
+// several of them more than once, and a call of its own would cost about as
+// much as the two or three host calls it makes.
+
 /// The first value of an integer attribute at time 0.0; only integers count.
-std::int32_t intOr(const GroupAttribute& attributes, std::string_view name, std::int32_t fallback) {
+[[gnu::always_inline]] inline std::int32_t intOr(const GroupAttribute& attributes,
+                                                 std::string_view name, std::int32_t fallback) {
     return attributes.getChild<IntAttribute>(name).getValue(fallback);
 }
 
 /// A colour from a float attribute with at least three values in the sample
 /// nearest time 0.0; alpha is its fourth value, or 1.0.
-bool readColor(const GroupAttribute& attributes, std::string_view name,
-               std::array<float, 4>& color) {
+[[gnu::always_inline]] inline bool readColor(const GroupAttribute& attributes,
+                                             std::string_view name, std::array<float, 4>& color) {
     const FloatAttribute attribute = attributes.getChild<FloatAttribute>(name);
     if (!attribute.isValid()) return false;
     const SampleAccessor<float> samples(attribute, kTimeZero);
@@ -48,6 +53,13 @@ Vec3d lookDirection(const Mat4d& worldMatrix) {
     return normalizedOrZero(transformDirection(kRestLook, worldMatrix));
 }
 
+/// updateIdentityAndPose, also inline in updateLightLocationData.
+[[gnu::always_inline]] inline void identityAndPose(LightLocationData& data) {
+    data.locationHash = data.pickerObject.getChildByName("location").hash().words[0];
+    data.position = translationOf(data.worldMatrix);
+    data.direction = lookDirection(data.worldMatrix);
+}
+
 }  // namespace
 
 GroupAttribute makePickerObject(const std::string& locationPath) {
@@ -55,11 +67,7 @@ GroupAttribute makePickerObject(const std::string& locationPath) {
     return GroupBuilder().set("location", location).build();
 }
 
-void updateIdentityAndPose(LightLocationData& data) {
-    data.locationHash = data.pickerObject.getChildByName("location").hash().words[0];
-    data.position = translationOf(data.worldMatrix);
-    data.direction = lookDirection(data.worldMatrix);
-}
+void updateIdentityAndPose(LightLocationData& data) { identityAndPose(data); }
 
 void updateLightLocationData(LightLocationData& data) {
     const GroupAttribute& attributes = data.attributes;
@@ -70,7 +78,7 @@ void updateLightLocationData(LightLocationData& data) {
                       intOr(attributes, "viewer.default.beamwright.hideHandle", kNotHidden) == 0;
     data.pickable = intOr(attributes, "viewer.default.pickable", kPickableByDefault) != 0;
 
-    updateIdentityAndPose(data);
+    identityAndPose(data);
 
     const DoubleAttribute distance =
         attributes.getChild<DoubleAttribute>("geometry.centerOfInterest");

@@ -133,15 +133,6 @@ double shortVectorLength(const Vec3d& v) {
     return largest * std::sqrt(dot(scaled, scaled));
 }
 
-Vec3d transformDirection(const Vec3d& v, const Mat4d& m) {
-    const auto column = [&v, &m](int c) { return v.x * m[0][c] + v.y * m[1][c] + v.z * m[2][c]; };
-    return {column(0), column(1), column(2)};
-}
-
-Vec3d translationOf(const Mat4d& m) {
-    return {m[kTranslationRow][0], m[kTranslationRow][1], m[kTranslationRow][2]};
-}
-
 Mat4d scalingMatrix(const double factor) {
     Mat4d out;
     for (int axis = 0; axis < kBlockSize; ++axis) out[axis][axis] = factor;

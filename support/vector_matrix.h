@@ -74,11 +74,15 @@ inline Vec3d normalizedOrZero(const Vec3d& v) {
 }
 
 /// The direction `v` as the row vector (x, y, z) times the upper 3x3 block of
-/// `m`: turned and scaled, not moved.
-Vec3d transformDirection(const Vec3d& v, const Mat4d& m);
+/// `m`: turned and scaled, not moved. Inline, like the two below: every new
+/// location derives its pose through them.
+inline Vec3d transformDirection(const Vec3d& v, const Mat4d& m) {
+    const auto column = [&v, &m](int c) { return v.x * m[0][c] + v.y * m[1][c] + v.z * m[2][c]; };
+    return {column(0), column(1), column(2)};
+}
 
 /// The translation of `m`, its row 3.
-Vec3d translationOf(const Mat4d& m);
+inline Vec3d translationOf(const Mat4d& m) { return {m[3][0], m[3][1], m[3][2]}; }
 
 /// Scales x, y and z by `factor`.
 Mat4d scalingMatrix(double factor);
