@@ -7,12 +7,6 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-namespace {
-lqm::Mat4<double> matrixOrIdentity(const double* values) {
-    return values != nullptr ? lqm::Mat4<double>(values) : lqm::Mat4<double>();
-}
-}  // namespace
-
 std::shared_ptr<ViewerDelegateWrapper> ViewportWrapper::getViewerDelegate() {
     if (!viewerDelegate_)
         viewerDelegate_ = askAndWrap<ViewerDelegateWrapper>(
@@ -25,8 +19,6 @@ std::shared_ptr<ViewportCameraWrapper> ViewportWrapper::getActiveCamera() const 
                                              hostHandle_);
 }
 
-std::int32_t ViewportWrapper::getWidth() const { return askHost(&HostSuite::getWidth, 0); }
-std::int32_t ViewportWrapper::getHeight() const { return askHost(&HostSuite::getHeight, 0); }
 void ViewportWrapper::setDirty(bool dirty) const {
     if (hostSuite_ != nullptr) hostSuite_->setDirty(hostHandle_, dirty ? 1 : 0);
 }
@@ -43,22 +35,6 @@ std::shared_ptr<ViewportLayerWrapper> ViewportWrapper::getLayer(std::uint32_t in
 
 std::uint32_t ViewportWrapper::getNumberOfLayers() const {
     return askHost(&HostSuite::getNumberOfLayers, std::uint32_t{0});
-}
-
-const double* ViewportWrapper::getViewMatrix() const {
-    return askHost(&HostSuite::getViewMatrix, static_cast<const double*>(nullptr));
-}
-
-lqm::Mat4<double> ViewportWrapper::getViewMatrix44() const {
-    return matrixOrIdentity(getViewMatrix());
-}
-
-const double* ViewportWrapper::getProjectionMatrix() const {
-    return askHost(&HostSuite::getProjectionMatrix, static_cast<const double*>(nullptr));
-}
-
-lqm::Mat4<double> ViewportWrapper::getProjectionMatrix44() const {
-    return matrixOrIdentity(getProjectionMatrix());
 }
 
 std::shared_ptr<ManipulatorWrapper> ViewportWrapper::getManipulator(const std::string& name) const {
