@@ -199,8 +199,11 @@ void printRow(const Path& path, std::size_t items, const std::map<std::string, d
         std::snprintf(goal, sizeof goal, "plugin <= %.0f", path.goal.limit);
     else
         std::snprintf(goal, sizeof goal, "ratio <= %.1f", path.goal.limit);
-    std::printf("%-30s %8zu %-9s %9.0f %9.0f %9.0f %7.2f  %-15s %s\n", path.title, items, path.unit,
-                plugin, std::max(all - plugin, 0.0), floor, ratio, goal, held ? "held" : "MISSED");
+    // The host's share is not counted at a million locations: "-".
+    char host[32] = "-";
+    if (all >= 0.0) std::snprintf(host, sizeof host, "%.0f", std::max(all - plugin, 0.0));
+    std::printf("%-30s %8zu %-9s %9.0f %9s %9.0f %7.2f  %-15s %s\n", path.title, items, path.unit,
+                plugin, host, floor, ratio, goal, held ? "held" : "MISSED");
 }
 
 int report(const std::filesystem::path& folder) {
