@@ -107,6 +107,21 @@ TEST_F(Wrappers, CameraComesFromTheHostOrRaisesTheUpgradeMessage) {
     sorrel::PluginHost::instance().allowAll();
 }
 
+TEST_F(Wrappers, AViewportWrappedWithoutItsHostTableHasNoSizeAndNoMatrices) {
+    const ObjectTriple same{viewportWrapper->hostHandle(), viewportWrapper->pluginHandle(),
+                            viewportWrapper->pluginSuite()};
+    sorrel::PluginHost::instance().refuse("ViewportHost");
+    const ViewportWrapper unknown(testing_support::hostRecord(), same);
+    sorrel::PluginHost::instance().allowAll();
+    EXPECT_EQ(unknown.getWidth(), 0);
+    EXPECT_EQ(unknown.getHeight(), 0);
+    EXPECT_EQ(unknown.getViewMatrix(), nullptr);
+    EXPECT_EQ(unknown.getProjectionMatrix(), nullptr);
+    EXPECT_EQ(unknown.getViewMatrix44(), lqm::Mat4<double>());
+    EXPECT_EQ(unknown.getProjectionMatrix44(), lqm::Mat4<double>());
+    EXPECT_EQ(viewportWrapper->getWidth(), kWidth) << "the wrapper made with the table still asks";
+}
+
 TEST_F(Wrappers, LookupsFindWhatTheHostNamesAndNothingWithoutAllThreeValues) {
     EXPECT_EQ(viewportWrapper->getNumberOfLayers(), 1u);
     EXPECT_FALSE(viewportWrapper->getLayer("NoSuchLayer"));
