@@ -29,7 +29,9 @@ void* GroupBuilders::create() {
 
 void GroupBuilders::release(void* builder) {
     Builder& released = checked(builder);
-    for (auto& [name, child] : released.children) model().release(child);
+    // A value set as null holds no reference.
+    for (auto& [name, child] : released.children)
+        if (child != nullptr) model().release(child);
     live_.erase(&released);
     delete &released;
 }

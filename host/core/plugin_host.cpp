@@ -40,7 +40,8 @@ void PluginHost::provide(const std::string& name, unsigned int version, const Su
 }
 
 void* PluginHost::suite(const char* name, unsigned int version) {
-    requests_.push_back(std::string(name) + " " + std::to_string(version));
+    if (requests_.size() < kRequestsKept)
+        requests_.push_back(std::string(name) + " " + std::to_string(version));
     if (refused_.count(name) != 0) return nullptr;
     const auto found = tables_.find({name, version});
     return found != tables_.end() ? const_cast<void**>(found->second->data()) : nullptr;

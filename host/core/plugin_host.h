@@ -7,6 +7,7 @@
 // "AttributeHost". The viewer adds the tables of its objects (see
 // viewerHostRecord()).
 
+#include <cstddef>
 #include <map>
 #include <set>
 #include <string>
@@ -35,8 +36,11 @@ public:
     void allow(const std::string& name) { refused_.erase(name); }
     void allowAll() { refused_.clear(); }
 
-    /// Every table request in order, as "name version", for tests.
+    /// Table requests in order, as "name version", for tests: the first
+    /// kRequestsKept since the last clearRequests(), so that a long session
+    /// does not grow the list without end.
     const std::vector<std::string>& requests() const { return requests_; }
+    static constexpr std::size_t kRequestsKept = 1024;
     void clearRequests() { requests_.clear(); }
 
     void* suite(const char* name, unsigned int version);

@@ -91,7 +91,8 @@ const void* SampleBlocks::lend(const AttrNode& node, int typeCode, void* inlineB
     const std::size_t width = valueWidth(typeCode);
     if (policy_.contiguous) {
         heap->contiguous.resize(samples * perSample * width);
-        for (std::size_t s = 0; s < samples; ++s)
+        // Samples without values have no storage to copy from.
+        for (std::size_t s = 0; s < samples && perSample != 0; ++s)
             std::memcpy(heap->contiguous.data() + s * perSample * width, sampleValues(node, s),
                         perSample * width);
         heap->block.sampleData = heap->contiguous.data();

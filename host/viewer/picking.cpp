@@ -29,8 +29,11 @@ constexpr GLbitfield kPassAttributes =
 PickArea clipped(const PickArea& area, std::int32_t width, std::int32_t height) {
     const std::int32_t left = std::max(area.x, 0);
     const std::int32_t top = std::max(area.y, 0);
-    const std::int32_t right = std::min(area.x + area.width, width);
-    const std::int32_t bottom = std::min(area.y + area.height, height);
+    // An area far outside the viewport must not overflow on its way there.
+    const auto right =
+        static_cast<std::int32_t>(std::min<std::int64_t>(std::int64_t{area.x} + area.width, width));
+    const auto bottom = static_cast<std::int32_t>(
+        std::min<std::int64_t>(std::int64_t{area.y} + area.height, height));
     return {left, top, std::max(right - left, 0), std::max(bottom - top, 0)};
 }
 
