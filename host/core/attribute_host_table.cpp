@@ -207,4 +207,6 @@ const SuiteTable& attributeHostTable() {
 
 std::uint64_t attributeHostCalls(std::size_t position) { return callCounts().at(position); }
 
+std::int64_t outstandingGroupBuilders() { return builders().outstanding(); }
+
 }  // namespace sorrel

@@ -14,5 +14,7 @@ const SuiteTable& attributeHostTable();
 
 /// How many times the plugin called a table position, for tests.
 std::uint64_t attributeHostCalls(std::size_t position);
+/// Group builders made and not yet released.
+std::int64_t outstandingGroupBuilders();
 
 }  // namespace sorrel

@@ -86,6 +86,14 @@ AttrHandle AttributeModel::makeFloatSamples(std::vector<float> times,
                                             std::vector<std::vector<float>> samples) {
     return adoptNode(sampled(kFloat, std::move(times), std::move(samples), &AttrNode::floats));
 }
+AttrHandle AttributeModel::makeIntSamples(std::vector<float> times,
+                                          std::vector<std::vector<std::int32_t>> samples) {
+    return adoptNode(sampled(kInt, std::move(times), std::move(samples), &AttrNode::ints));
+}
+AttrHandle AttributeModel::makeStringSamples(std::vector<float> times,
+                                             std::vector<std::vector<std::string>> samples) {
+    return adoptNode(sampled(kString, std::move(times), std::move(samples), &AttrNode::strings));
+}
 AttrHandle AttributeModel::makeGroup(std::vector<std::pair<std::string, AttrHandle>> children) {
     auto node = std::make_unique<AttrNode>();
     node->type = kGroup;

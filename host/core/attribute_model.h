@@ -35,6 +35,10 @@ public:
     AttrHandle makeDoubleSamples(std::vector<float> times,
                                  std::vector<std::vector<double>> samples);
     AttrHandle makeFloatSamples(std::vector<float> times, std::vector<std::vector<float>> samples);
+    AttrHandle makeIntSamples(std::vector<float> times,
+                              std::vector<std::vector<std::int32_t>> samples);
+    AttrHandle makeStringSamples(std::vector<float> times,
+                                 std::vector<std::vector<std::string>> samples);
     /// A group; takes over the children's references.
     AttrHandle makeGroup(std::vector<std::pair<std::string, AttrHandle>> children);
 

@@ -3,6 +3,7 @@
 // "AttributeHost" table. A builder holds a reference to each value set on it
 // until it is released.
 
+#include <cstdint>
 #include <string>
 #include <unordered_set>
 
@@ -21,6 +22,8 @@ public:
     /// A new group of the values set, null ones left out, in the order their
     /// names were first set.
     AttrHandle build(void* builder);
+    /// Builders made and not yet released.
+    std::int64_t outstanding() const { return static_cast<std::int64_t>(live_.size()); }
 
 private:
     struct Builder;

@@ -38,6 +38,16 @@ void ViewerDelegate::removeComponents() {
     }
 }
 
+void ViewerDelegate::removeComponent(const std::string& name) {
+    for (auto slot = components_.begin(); slot != components_.end(); ++slot) {
+        if ((*slot)->name == name) {
+            (*slot)->object->cleanup();
+            components_.erase(slot);
+            return;
+        }
+    }
+}
+
 AttrRef ViewerDelegate::callMethod(const std::string& name, const AttrRef& argument) {
     methodCalls_.push_back(name);
     const auto found = methods_.find(name);

@@ -34,6 +34,8 @@ public:
     ComponentObject* component(const std::string& name);
     /// Calls cleanup and destroy on every component, newest first.
     void removeComponents();
+    /// Calls cleanup and destroy on one component and takes it off the list.
+    void removeComponent(const std::string& name);
 
     /// A command the plugin can run by name; a missing one answers null.
     void defineMethod(const std::string& name, Method method) {

@@ -65,6 +65,15 @@ void Viewport::removeLayers() {
     while (!layers_.empty()) layers_.pop_back();
 }
 
+void Viewport::removePluginLayer(const std::string& name) {
+    for (auto slot = layers_.begin(); slot != layers_.end(); ++slot) {
+        if ((*slot)->name == name && (*slot)->plugin) {
+            layers_.erase(slot);
+            return;
+        }
+    }
+}
+
 void Viewport::forEachPluginLayer(const std::function<void(LayerObject&)>& visit) {
     for (const auto& slot : layers_)
         if (slot->plugin) visit(*slot->plugin);

@@ -49,6 +49,8 @@ public:
     std::uint32_t numberOfLayers() const { return static_cast<std::uint32_t>(layers_.size()); }
     /// Destroys the plugin layers, newest first (cleanup is the caller's call).
     void removeLayers();
+    /// Destroys one plugin layer and takes it off the list (cleanup is the caller's call).
+    void removePluginLayer(const std::string& name);
     /// Calls `visit` for each plugin layer in order.
     void forEachPluginLayer(const std::function<void(LayerObject&)>& visit);
 
