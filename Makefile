@@ -1,6 +1,6 @@
 # The two commands people run: `make demo` and `make test`; `make viewer`
 # opens a scene (SCENE=..., the studio by default) in a window under X.
-.PHONY: all deps build demo viewer test test-asan check-format bench bench-instructions clean
+.PHONY: all deps build demo viewer test test-asan check-format bench bench-instructions fuzz fuzz-build soak clean
 
 JOBS ?= $(shell nproc)
 SCENE ?= examples/studio.json
@@ -44,5 +44,24 @@ bench: build
 bench-instructions: build
 	@./build/bench/instruction_counts $(PATHS)
 
+# Fuzzing and the soak (fuzz/): clang's libFuzzer under AddressSanitizer and
+# UndefinedBehaviorSanitizer, in build-fuzz/. `make fuzz` runs every target
+# for FUZZ_SECONDS each; `make soak` sends SOAK_EVENTS location events.
+FUZZ_SECONDS ?= 60
+SOAK_EVENTS ?= 1000000
+
+fuzz-build: deps
+	@scripts/install-deps fuzz
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz -j $(JOBS)
+
+fuzz: fuzz-build
+	@fuzz/run $(FUZZ_SECONDS)
+
+soak: fuzz-build
+	@SORREL_ROOT=$(CURDIR)/resources LP_NUM_THREADS=0 \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/fuzz/lsan.supp:print_suppressions=0 \
+	  build-fuzz/fuzz/soak $(SOAK_EVENTS)
+
 clean:
-	@rm -rf build build-asan
+	@rm -rf build build-asan build-fuzz
