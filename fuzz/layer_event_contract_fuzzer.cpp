@@ -5,6 +5,7 @@
 // by any text, values of any type, a depth or none), and its snapping layer,
 // manipulator and package commands do their real work on a scene with a
 // floor and selected lights. Options and selections change between events.
+// A layer of another library lies among the plugin's.
 
 #include <cstddef>
 #include <cstdint>
@@ -16,6 +17,7 @@
 #include "fuzz/host_counts.h"
 #include "fuzz/loaded_plugin.h"
 #include "host/core/plugin_library.h"
+#include "host/viewer/foreign_objects.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mesh.h"
 #include "host/viewer_stage.h"
@@ -79,6 +81,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     {
         FuzzedValues in(data, size);
         sorrel::ViewerStage stage(kViewportSize, kViewportSize, {2, 9, 12}, {0, 0, 0}, &plugin());
+        stage.viewport().addPluginLayer("OtherLibraryLayer", sorrel::foreignLayerSuite());
         furnish(stage, in);
         stage.viewport().setPickHandler([&in](const std::string&, std::int32_t, std::int32_t,
                                               std::int32_t, std::int32_t, bool,

@@ -8,11 +8,16 @@
 // one of the wrong type, or pick ids of 0. Only what a host may legally send:
 // setup, draw, picking and cleanup with the context current, no entry on a
 // destroyed object, no event or draw before setup.
+//
+// Hover runs on handles only here, where the handles layer looks for itself
+// among layers that may belong to another library; the event target fuzzes
+// the search over every layer.
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -352,6 +357,7 @@ private:
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    setenv("SORREL_BEAMWRIGHT_HOVER_EFFECT_ON_HANDLES_ONLY", "1", /* overwrite = */ 1);
     fuzzing::loadPlugin();
     context();
     return 0;
