@@ -22,6 +22,7 @@
 #include "fuzz/fuzzed_values.h"
 #include "fuzz/host_counts.h"
 #include "host/viewer/viewer_tables.h"
+#include "tests/support/quiet_layer.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 
@@ -36,15 +37,8 @@ constexpr int kMostSteps = 16;
 
 /// A layer whose picker pass keeps the map it was given and whose pick
 /// answers with the map it is told to.
-class MapProbe : public ViewportLayer {
+class MapProbe : public testing_support::QuietLayer {
 public:
-    MapProbe() : ViewportLayer(/* layerFlag = */ false) {}
-    void setup() override {}
-    void cleanup() override {}
-    void draw() override {}
-    void resize(std::int32_t, std::int32_t) override {}
-    void hostSignalA() override {}
-    void hostSignalB() override {}
     void pickerDraw(std::int32_t, std::int32_t, std::int32_t, std::int32_t,
                     const PickedAttrsMap& picked) override {
         drawn = picked;
