@@ -90,25 +90,27 @@ struct Figures {
     long draws = 0;
     long pickerPasses = 0;
     long hoverMoves = 0;
-    std::vector<long> rssKiB;  // one sample after each equal part of the events
+    std::vector<long> rssKiB;              // one sample after each equal part of the events
+    std::vector<std::int64_t> references;  // live references, sampled with the memory
 };
 
+constexpr long kEventKinds = 7;
+constexpr long kEventsPerSelection = 8;
+
 /// One location event of the kind the serial picks.
-void sendLocationEvent(sorrel::ViewerStage& stage, long serial) {
-    sorrel::ViewerDelegate& delegate = stage.delegate();
+void sendLocationEvent(sorrel::ViewerDelegate& delegate, long serial) {
     const std::string path = lightPath(static_cast<int>(serial % kLights));
-    switch (serial % 8) {
+    switch (serial % kEventKinds) {
         case 0:
             return delegate.putLocation(path, lightAttributes(serial), lightPlace(serial));
         case 1:
-            return delegate.setExcluded(path, serial % 16 == 1);
-        case 2:
-            // Removed and at once made anew: two events, the second counted next.
+            return delegate.setExcluded(path, serial % (2 * kEventKinds) == 1);
+        case 2:  // removed here, made anew by the next event
             return delegate.removeLocation(path);
-        case 3:
-            return delegate.putLocation(path, lightAttributes(serial), lightPlace(serial));
-        case 4:
-            return stage.select({path, lightPath(static_cast<int>((serial / 8) % kLights))});
+        case 3: {
+            const std::string removed = lightPath(static_cast<int>((serial - 1) % kLights));
+            return delegate.putLocation(removed, lightAttributes(serial), lightPlace(serial));
+        }
         default:
             return delegate.moveLocation(path, lightPlace(serial));
     }
@@ -133,8 +135,11 @@ Figures soak(long events) {
     Figures figures;
     const long sampleEvery = std::max(1L, events / kRssSamples);
     for (long serial = 0; serial < events; ++serial) {
-        sendLocationEvent(stage, serial);
+        sendLocationEvent(delegate, serial);
         ++figures.events;
+        if (serial % kEventsPerSelection == 0)
+            stage.select({lightPath(static_cast<int>(serial % kLights)),
+                          lightPath(static_cast<int>((serial / kEventsPerSelection) % kLights))});
         if (serial % kEventsPerDraw == 0) {
             gl.makeCurrent();
             glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -149,7 +154,10 @@ Figures soak(long events) {
             handles.event(mouseMove(x, y));  // a picker pass of every layer, as the hover asks
             ++figures.hoverMoves;
         }
-        if ((serial + 1) % sampleEvery == 0) figures.rssKiB.push_back(residentKiB());
+        if ((serial + 1) % sampleEvery == 0) {
+            figures.rssKiB.push_back(residentKiB());
+            figures.references.push_back(fuzzing::HostCounts::now().references);
+        }
     }
     gl.makeCurrent();
     return figures;
@@ -175,6 +183,12 @@ int main(int argc, char** argv) {
         static_cast<long long>(before.references), static_cast<long long>(after.references),
         static_cast<long long>(after.sampleBlocks - before.sampleBlocks),
         static_cast<long long>(after.groupBuilders - before.groupBuilders));
+    if (!figures.references.empty()) {
+        const auto [fewest, most] =
+            std::minmax_element(figures.references.begin(), figures.references.end());
+        std::printf("live references while the viewer stood: %lld to %lld\n",
+                    static_cast<long long>(*fewest), static_cast<long long>(*most));
+    }
     std::printf("resident memory (MiB) after each %d-th of the events:", kRssSamples);
     for (const long kib : figures.rssKiB) std::printf(" %.1f", static_cast<double>(kib) / 1024.0);
     std::printf("\n");
