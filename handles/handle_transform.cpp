@@ -6,7 +6,6 @@ namespace Tessera::Sorrel::ViewerUtils {
 
 namespace {
 
-constexpr int kBlockSize = 3;
 constexpr int kTranslationRow = 3;
 constexpr Vec3d kAxisZ = {0.0, 0.0, 1.0};
 
