@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "apps/scene/scene_file.h"
 #include "apps/viewer/command_line.h"
 #include "apps/viewer/contact_sheet.h"
-#include "apps/viewer/scene_file.h"
 #include "apps/viewer/tour.h"
 #include "apps/viewer/tour_table.h"
 #include "apps/viewer/viewer_session.h"
@@ -23,6 +23,7 @@
 #include "host/core/attribute_model.h"
 #include "host/core/plugin_library.h"
 #include "host/core/sample_blocks.h"
+#include "host/render/png_writer.h"
 #include "host/viewer/gl_context.h"
 
 using namespace viewer;
@@ -95,7 +96,7 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
     printModeTable(stdout, report);
     const std::string sheetPath = folder + "/tour.png";
     const std::string heading = "Beamwright tour of " + scenePath + ": placing " + report.light;
-    if (!makeContactSheet(sheetPictures(report), heading).savePng(sheetPath))
+    if (!sorrel::writePng(sheetPath, makeContactSheet(sheetPictures(report), heading)))
         throw Stop{"could not write " + sheetPath};
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("\nWrote %zu pictures and the contact sheet %s in %.1f s; no reference leaked.\n",

@@ -4,6 +4,11 @@
 # and the stand-in host, and the applications built on it, never include the
 # plugin's headers: they meet the plugin only through the binary contract, so a
 # contract mismatch shows as a failing test instead of compiling away.
+# Within the host, the rooms stand in layers too: core/ below viewer/, below
+# siblings/, and the demo renderer (render/) above them all, since nothing of
+# the contract needs it. Within the applications, reading and writing scenes
+# (scene/) stands below the viewer's session and tour (viewer/), below the
+# window (window/).
 set(forbidden_support  frame scene placement handles plugin host)
 set(forbidden_frame    scene placement handles plugin host)
 set(forbidden_scene    placement handles plugin host)
@@ -12,9 +17,15 @@ set(forbidden_handles  placement plugin host)
 set(forbidden_plugin   host)
 set(forbidden_host     frame scene placement handles support plugin)
 set(forbidden_apps     frame scene placement handles support plugin)
+set(forbidden_host/core     host/viewer host/siblings host/render)
+set(forbidden_host/viewer   host/siblings host/render)
+set(forbidden_host/siblings host/render)
+set(forbidden_apps/scene    apps/viewer apps/window)
+set(forbidden_apps/viewer   apps/window)
 
 set(violations)
-foreach(folder support frame scene placement handles plugin host apps)
+foreach(folder support frame scene placement handles plugin host apps
+               host/core host/viewer host/siblings apps/scene apps/viewer)
   file(GLOB_RECURSE sources ${SOURCE_DIR}/${folder}/*.h ${SOURCE_DIR}/${folder}/*.cpp)
   string(JOIN "|" upper ${forbidden_${folder}})
   foreach(source IN LISTS sources)

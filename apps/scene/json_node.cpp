@@ -1,9 +1,9 @@
-#include "apps/viewer/json_node.h"
+#include "apps/scene/json_node.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "apps/viewer/scene_file_error.h"
+#include "apps/scene/scene_file_error.h"
 
 namespace viewer {
 

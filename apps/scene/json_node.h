@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/viewer/scene_description.h"
+#include "apps/scene/scene_description.h"
 
 namespace viewer {
 

@@ -1,4 +1,4 @@
-#include "apps/viewer/obj_mesh.h"
+#include "apps/scene/obj_mesh.h"
 
 #include <tiny_obj_loader.h>
 

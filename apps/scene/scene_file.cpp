@@ -1,14 +1,14 @@
-#include "apps/viewer/scene_file.h"
+#include "apps/scene/scene_file.h"
 
 #include <fstream>
 #include <set>
 #include <sstream>
 
-#include "apps/viewer/json_node.h"
-#include "apps/viewer/obj_mesh.h"
-#include "apps/viewer/placement_modes.h"
+#include "apps/scene/json_node.h"
+#include "apps/scene/obj_mesh.h"
+#include "apps/scene/placement_modes.h"
+#include "host/render/primitive_meshes.h"
 #include "host/siblings/light_orientation.h"
-#include "host/viewer/primitive_meshes.h"
 #include "host/viewer/scene.h"
 
 namespace viewer {

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "apps/viewer/scene_description.h"
-#include "apps/viewer/scene_file_error.h"
+#include "apps/scene/scene_description.h"
+#include "apps/scene/scene_file_error.h"
 
 namespace viewer {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/viewer/scene_description.h"
+#include "apps/scene/scene_description.h"
 #include "host/core/attribute_ref.h"
 #include "host/viewer/scene_light.h"
 #include "vrt/stage.h"

@@ -8,17 +8,18 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "apps/scene/placement_modes.h"
 #include "apps/viewer/light_poses.h"
 #include "apps/viewer/mouse_events.h"
 #include "apps/viewer/number_text.h"
 #include "apps/viewer/pick_colours.h"
-#include "apps/viewer/placement_modes.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/attribute_reading.h"
+#include "host/render/png_writer.h"
+#include "host/render/scene_renderer.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/ray_cast.h"
-#include "host/viewer/scene_renderer.h"
 #include "host/viewer/selection.h"
 #include "host/viewer_stage.h"
 
@@ -248,7 +249,7 @@ private:
     void save(const sorrel::RgbaImage& picture, const std::string& file, const std::string& title,
               const std::string& caption) {
         const std::string path = folder_ + "/" + file;
-        if (!picture.savePng(path)) throw TourFailure("could not write " + path);
+        if (!sorrel::writePng(path, picture)) throw TourFailure("could not write " + path);
         report_.pictures.push_back({path, picture, title, caption});
     }
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/viewer/scene_description.h"
+#include "apps/scene/scene_description.h"
 #include "host/viewer/rgba_image.h"
 
 namespace sorrel {

@@ -1,7 +1,7 @@
 #include "apps/viewer/tour_table.h"
 
+#include "apps/scene/placement_modes.h"
 #include "apps/viewer/number_text.h"
-#include "apps/viewer/placement_modes.h"
 
 namespace viewer {
 

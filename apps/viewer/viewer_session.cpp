@@ -4,9 +4,9 @@
 
 #include "apps/viewer/scene_setup.h"
 #include "host/core/plugin_objects.h"
+#include "host/render/scene_renderer.h"
 #include "host/viewer/gl_pass_timer.h"
 #include "host/viewer/picking.h"
-#include "host/viewer/scene_renderer.h"
 #include "host/viewer_stage.h"
 
 namespace viewer {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "apps/viewer/scene_description.h"
+#include "apps/scene/scene_description.h"
 
 namespace viewer {
 

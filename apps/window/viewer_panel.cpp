@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "apps/viewer/placement_modes.h"
+#include "apps/scene/placement_modes.h"
 #include "apps/window/window_input.h"
 
 namespace viewer {

@@ -4,8 +4,8 @@
 
 #include <array>
 
+#include "apps/scene/placement_modes.h"
 #include "apps/viewer/mouse_events.h"
-#include "apps/viewer/placement_modes.h"
 
 namespace viewer {
 

@@ -19,8 +19,8 @@
 #include <optional>
 #include <string>
 
+#include "apps/scene/scene_description.h"
 #include "apps/viewer/light_poses.h"
-#include "apps/viewer/scene_description.h"
 #include "host/siblings/snapping_layer.h"
 
 namespace viewer {

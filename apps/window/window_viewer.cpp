@@ -11,9 +11,9 @@
 #include <optional>
 #include <set>
 
+#include "apps/scene/placement_modes.h"
 #include "apps/viewer/light_poses.h"
 #include "apps/viewer/mouse_events.h"
-#include "apps/viewer/placement_modes.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
 #include "apps/window/glfw_window.h"
@@ -25,6 +25,7 @@
 #include "apps/window/window_report.h"
 #include "host/core/attribute_reading.h"
 #include "host/core/plugin_objects.h"
+#include "host/render/png_writer.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/scene_light.h"
 #include "host/viewer_stage.h"
@@ -434,7 +435,7 @@ private:
         for (std::size_t i = sorrel::RgbaImage::kChannels - 1; i < picture.pixels.size();
              i += sorrel::RgbaImage::kChannels)
             picture.pixels[i] = kOpaque;
-        if (picture.savePng(file))
+        if (sorrel::writePng(file, picture))
             report_.screenshot(file);
         else
             std::fprintf(stderr, "beamwright-viewer: could not write %s\n", file.c_str());

@@ -15,7 +15,7 @@
 #include <cstdio>
 #include <string>
 
-#include "apps/viewer/scene_description.h"
+#include "apps/scene/scene_description.h"
 
 namespace sorrel {
 class PluginLibrary;

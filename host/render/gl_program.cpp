@@ -1,4 +1,4 @@
-#include "host/viewer/gl_program.h"
+#include "host/render/gl_program.h"
 
 #include <GL/glew.h>
 

@@ -1,4 +1,4 @@
-#include "host/viewer/interleaved_vertices.h"
+#include "host/render/interleaved_vertices.h"
 
 #include <GL/glew.h>
 

@@ -1,4 +1,4 @@
-#include "host/viewer/light_gizmos.h"
+#include "host/render/light_gizmos.h"
 
 #include <cmath>
 #include <vector>

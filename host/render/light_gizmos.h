@@ -3,7 +3,7 @@
 // light as a small star in its colour with its spot cone opening ahead of it,
 // and the manipulator's marker on a selected light.
 
-#include "host/viewer/line_batch.h"
+#include "host/render/line_batch.h"
 #include "host/viewer/scene_light.h"
 
 namespace sorrel {

@@ -1,8 +1,8 @@
-#include "host/viewer/line_batch.h"
+#include "host/render/line_batch.h"
 
 #include <GL/glew.h>
 
-#include "host/viewer/interleaved_vertices.h"
+#include "host/render/interleaved_vertices.h"
 
 namespace sorrel {
 

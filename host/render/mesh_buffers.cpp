@@ -1,10 +1,10 @@
-#include "host/viewer/mesh_buffers.h"
+#include "host/render/mesh_buffers.h"
 
 #include <GL/glew.h>
 
 #include <vector>
 
-#include "host/viewer/interleaved_vertices.h"
+#include "host/render/interleaved_vertices.h"
 
 namespace sorrel {
 

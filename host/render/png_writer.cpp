@@ -1,4 +1,4 @@
-#include "host/viewer/png_writer.h"
+#include "host/render/png_writer.h"
 
 #include <png.h>
 
@@ -16,6 +16,10 @@ bool writePng(const std::string& path, int width, int height, const std::uint8_t
                                                 /* colormap = */ nullptr);
     png_image_free(&image);
     return written != 0;
+}
+
+bool writePng(const std::string& path, const RgbaImage& picture) {
+    return writePng(path, picture.width, picture.height, picture.pixels.data());
 }
 
 }  // namespace sorrel

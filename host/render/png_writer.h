@@ -5,11 +5,15 @@
 #include <cstdint>
 #include <string>
 
+#include "host/viewer/rgba_image.h"
+
 namespace sorrel {
 
 /// Writes `width` x `height` pixels of four bytes each (red, green, blue,
 /// alpha), rows from the top, to `path`. False when the file could not be
 /// written.
 bool writePng(const std::string& path, int width, int height, const std::uint8_t* rgbaRowsFromTop);
+/// Writes a picture read back from GL; false when the file could not be written.
+bool writePng(const std::string& path, const RgbaImage& picture);
 
 }  // namespace sorrel

@@ -1,4 +1,4 @@
-#include "host/viewer/primitive_meshes.h"
+#include "host/render/primitive_meshes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,14 +1,14 @@
-#include "host/viewer/scene_renderer.h"
+#include "host/render/scene_renderer.h"
 
 #include <GL/glew.h>
 
 #include <algorithm>
 #include <cmath>
 
+#include "host/render/light_gizmos.h"
+#include "host/render/scene_shaders.h"
 #include "host/viewer/camera_matrices.h"
-#include "host/viewer/light_gizmos.h"
 #include "host/viewer/scene.h"
-#include "host/viewer/scene_shaders.h"
 #include "host/viewer/viewport.h"
 
 namespace sorrel {

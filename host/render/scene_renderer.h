@@ -16,11 +16,11 @@
 #include <string>
 #include <vector>
 
-#include "host/viewer/gl_program.h"
-#include "host/viewer/line_batch.h"
-#include "host/viewer/mesh_buffers.h"
+#include "host/render/gl_program.h"
+#include "host/render/line_batch.h"
+#include "host/render/mesh_buffers.h"
+#include "host/render/shadow_maps.h"
 #include "host/viewer/scene_light.h"
-#include "host/viewer/shadow_maps.h"
 
 namespace sorrel {
 

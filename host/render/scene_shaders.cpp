@@ -1,4 +1,4 @@
-#include "host/viewer/scene_shaders.h"
+#include "host/render/scene_shaders.h"
 
 namespace sorrel {
 

@@ -1,4 +1,4 @@
-#include "host/viewer/shadow_maps.h"
+#include "host/render/shadow_maps.h"
 
 #include <GL/glew.h>
 

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace sorrel {
@@ -19,8 +18,6 @@ struct RgbaImage {
 
     /// Red, green, blue and alpha at column x and row y, y from the top.
     std::array<std::uint8_t, 4> at(int x, int y) const;
-    /// Writes the picture as PNG; false when that did not work.
-    bool savePng(const std::string& path) const;
 };
 
 }  // namespace sorrel

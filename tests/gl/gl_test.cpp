@@ -6,6 +6,8 @@
 #include <iostream>
 #include <string>
 
+#include "host/render/png_writer.h"
+
 namespace gl_testing {
 
 void GLTest::SetUpTestSuite() {
@@ -32,7 +34,8 @@ void GLTest::TearDown() {
     std::filesystem::create_directories(folder, ignored);
     const std::string path =
         (folder / (std::string(test->test_suite_name()) + "." + test->name() + ".png")).string();
-    if (readPixels().savePng(path)) std::cerr << "picture of the failure: " << path << "\n";
+    if (sorrel::writePng(path, readPixels()))
+        std::cerr << "picture of the failure: " << path << "\n";
 }
 
 }  // namespace gl_testing

@@ -9,9 +9,9 @@
 #include <cstdlib>
 #include <memory>
 
+#include "apps/scene/scene_file.h"
 #include "apps/viewer/light_poses.h"
 #include "apps/viewer/mouse_events.h"
-#include "apps/viewer/scene_file.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/attribute_reading.h"

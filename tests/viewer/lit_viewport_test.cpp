@@ -10,15 +10,15 @@
 #include <cstdlib>
 #include <memory>
 
+#include "apps/scene/scene_file.h"
 #include "apps/viewer/mouse_events.h"
-#include "apps/viewer/scene_file.h"
 #include "apps/viewer/tour.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/plugin_library.h"
+#include "host/render/scene_renderer.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/ray_cast.h"
-#include "host/viewer/scene_renderer.h"
 #include "host/viewer_stage.h"
 #include "tests/support/reference_balance.h"
 #include "tests/support/temp_folder.h"

@@ -2,7 +2,7 @@
 // with the faces: a triangle wound the wrong way would send a light placed
 // along its normal into the object.
 
-#include "host/viewer/primitive_meshes.h"
+#include "host/render/primitive_meshes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Scene files: a good one reaches the viewer as written; each kind of bad
 // input is refused with one line naming the file, the place and the fault.
 
-#include "apps/viewer/scene_file.h"
+#include "apps/scene/scene_file.h"
 
 #include <gtest/gtest.h>
 

@@ -21,7 +21,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/viewer/scene_file.h"
+#include "apps/scene/scene_file.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/rgba_image.h"
 #include "host/viewer/scene_light.h"

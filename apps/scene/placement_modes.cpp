@@ -1,4 +1,4 @@
-#include "apps/viewer/placement_modes.h"
+#include "apps/scene/placement_modes.h"
 
 #include <algorithm>
 #include <cctype>
