@@ -14,6 +14,7 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_plugin_base.h"
+#include "host/core/names.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewer_tables.h"
 #include "scene/light_component.h"
@@ -68,7 +69,8 @@ class Viewer {
 public:
     Viewer() {
         attachHost();
-        delegate.addComponent("BeamwrightLayerVDC", reinterpret_cast<void* const*>(&suite()));
+        delegate.addComponent(sorrel::names::kLightComponent,
+                              reinterpret_cast<void* const*>(&suite()));
     }
     ~Viewer() { delegate.removeComponents(); }
 
@@ -78,7 +80,9 @@ public:
         entries().locationEvent(path, location->attributes, sorrel::AttrRef(),
                                 sorrel::LocationFlags::kAttributesChanged);
     }
-    sorrel::ComponentObject& entries() { return *delegate.component("BeamwrightLayerVDC"); }
+    sorrel::ComponentObject& entries() {
+        return *delegate.component(sorrel::names::kLightComponent);
+    }
     BeamwrightLayerVDC& component() {
         auto* const handle = static_cast<PluginObjectHandle*>(entries().handle());
         return dynamic_cast<BeamwrightLayerVDC&>(pluginObject<ViewerDelegateComponent>(handle));

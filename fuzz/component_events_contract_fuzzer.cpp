@@ -16,6 +16,7 @@
 #include "fuzz/fuzzed_values.h"
 #include "fuzz/host_counts.h"
 #include "fuzz/loaded_plugin.h"
+#include "host/core/names.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewer_faults.h"
 #include "lqm/mat4.h"
@@ -67,8 +68,8 @@ vrt::Value usdValue(FuzzedValues& in) {
 
 /// Authors the prim at `path` on `stage` as the host's USD layer would.
 vrt::Prim authoredPrim(vrt::Stage& stage, const vrt::Path& path, FuzzedValues& in) {
-    static const vrt::Token kLightApi("SorrelUsdLightAPI");
-    static const vrt::Token kCentreOfInterest("centerOfInterest");
+    static const vrt::Token kLightApi(sorrel::names::kUsdLightApi);
+    static const vrt::Token kCentreOfInterest(sorrel::names::kUsdCenterOfInterest);
     vrt::Prim prim = stage.definePrim(path);
     if (in.flip())
         prim.applyApi(kLightApi);
@@ -153,8 +154,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (in.flip()) changeFaults(in);
         sorrel::ViewerDelegate delegate;
         vrt::Stage stage;
-        const sorrel::ComponentObject& component =
-            delegate.addComponent(fuzzing::kComponent, fuzzing::suiteOf(fuzzing::kComponent));
+        const sorrel::ComponentObject& component = delegate.addComponent(
+            sorrel::names::kLightComponent, fuzzing::suiteOf(sorrel::names::kLightComponent));
         for (int step = 0; step < kMostSteps && !in.exhausted(); ++step) {
             switch (in.inRange(0, 9)) {
                 case 0:

@@ -5,30 +5,31 @@
 #include <utility>
 
 #include "host/core/attribute_model.h"
+#include "host/core/names.h"
 
 namespace fuzzing {
 
 using sorrel::AttrRef;
 
 const std::vector<std::string> kOptionNames = {
-    "Enabled",
-    "Manipulator.Scale",
-    "ViewportLayer.ExcludedLocationsPicking",
-    "ViewportLayer.IsUILayer",
-    "Mode",
-    "DefaultDistance",
-    "DefaultShadowFallDistance",
-    "PackageClassName",
-    "MarquetteNodeName",
-    "ShadowHandles",
-    "PositionLocked",
-    "FixedRotation",
-    "HandleAtOrigin",
-    "LightData",
-    "CurrentModifiers",
-    "BeamwrightSelectionMode",
-    "SnappingLayer.PreparePickOnDemand",
-    "SnappingLayer.PickOnDemand",
+    sorrel::names::kEnabled,
+    sorrel::names::kManipulatorScale,
+    sorrel::names::kExcludedLocationsPicking,
+    sorrel::names::kIsUILayer,
+    sorrel::names::kMode,
+    sorrel::names::kDefaultDistance,
+    sorrel::names::kDefaultShadowFallDistance,
+    sorrel::names::kPackageClassName,
+    sorrel::names::kMarquetteNodeName,
+    sorrel::names::kShadowHandles,
+    sorrel::names::kPositionLocked,
+    sorrel::names::kFixedRotation,
+    sorrel::names::kHandleAtOrigin,
+    sorrel::names::kLightData,
+    sorrel::names::kCurrentModifiers,
+    sorrel::names::kSelectionMode,
+    sorrel::names::kPreparePickOnDemand,
+    sorrel::names::kPickOnDemand,
     "SomethingNobodyKnows",
 };
 
@@ -43,21 +44,23 @@ const std::array<double, 12> kOddReals = {
 
 const std::vector<std::string> kWords = {
     // event kinds and event children
-    "MouseMove", "Leave", "MouseButtonPress", "MouseButtonRelease", "KeyPress", "type", "data", "x",
-    "y", "button", "buttons", "modifiers",
+    sorrel::names::kMouseMove, sorrel::names::kLeave, sorrel::names::kMouseButtonPress,
+    sorrel::names::kMouseButtonRelease, "KeyPress", "type", "data", "x", "y", "button", "buttons",
+    "modifiers",
     // placement modes
     "", "Edit Light Materials", "Fixed Rotation", "Normal", "Specular", "Reflection", "Shadow",
     "Face - Center", "Face - Center - Oriented to Normal", "Object Surface",
     "Object Surface - Oriented to Normal", "Object - Center",
     // picking and snapping
-    "location", "point", "normal", "StrategyType", "Surface", "Face", "ObjectCentre",
+    "location", "point", "normal", sorrel::names::kPickStrategy, "Surface", "Face", "ObjectCentre",
     // location attributes
     "light", "group", "geometry", "centerOfInterest", "previewColor", "viewer", "default",
     "drawOptions", "color", "hide", "pickable", "beamwright", "hideHandle",
-    "geometry.centerOfInterest", "viewer.default.drawOptions.color",
+    sorrel::names::kGeometryCenterOfInterest, "viewer.default.drawOptions.color",
     // package commands
-    "Position", "Rotation", "CenterOfInterest", "ShadowFallDistance", "PackageClassName",
-    "MarquetteNodeName", "SpotPackage"};
+    sorrel::names::kPackagePosition, sorrel::names::kPackageRotation,
+    sorrel::names::kPackageCenterOfInterest, sorrel::names::kPackageShadowFallDistance,
+    sorrel::names::kPackageClassName, sorrel::names::kMarquetteNodeName, "SpotPackage"};
 
 const std::vector<std::string> kPaths = {
     "/root",
@@ -217,8 +220,9 @@ AttrRef FuzzedValues::attribute(int depth) {
 
 AttrRef FuzzedValues::event(std::int32_t width, std::int32_t height) {
     if (inRange(0, 15) == 0) return attribute();
-    static const std::vector<std::string> kKinds = {"MouseMove", "Leave", "MouseButtonPress",
-                                                    "MouseButtonRelease"};
+    static const std::vector<std::string> kKinds = {
+        sorrel::names::kMouseMove, sorrel::names::kLeave, sorrel::names::kMouseButtonPress,
+        sorrel::names::kMouseButtonRelease};
     const auto number = [this](std::int32_t extent) {
         return inRange(0, 11) == 0 ? attribute(1) : sorrel::intAttr(pixel(extent));
     };
@@ -228,14 +232,14 @@ AttrRef FuzzedValues::event(std::int32_t width, std::int32_t height) {
             flip() ? 0 : pick(std::vector<std::int32_t>{1, 2, 4, 0x02000000, 0x04000000, -1}));
     };
     std::vector<std::pair<std::string, AttrRef>> data;
-    if (inRange(0, 15) != 0) data.emplace_back("x", number(width));
-    if (inRange(0, 15) != 0) data.emplace_back("y", number(height));
+    if (inRange(0, 15) != 0) data.emplace_back(sorrel::names::kEventX, number(width));
+    if (inRange(0, 15) != 0) data.emplace_back(sorrel::names::kEventY, number(height));
     if (flip()) data.emplace_back("button", flags());
     if (inRange(0, 7) != 0) data.emplace_back("buttons", flags());
     if (inRange(0, 7) != 0) data.emplace_back("modifiers", flags());
     std::vector<std::pair<std::string, AttrRef>> event;
     if (inRange(0, 15) != 0)
-        event.emplace_back("type",
+        event.emplace_back(sorrel::names::kEventType,
                            inRange(0, 11) == 0 ? attribute(0) : sorrel::stringAttr(pick(kKinds)));
     if (inRange(0, 15) != 0)
         event.emplace_back("data", inRange(0, 15) == 0 ? attribute(1) : groupOf(std::move(data)));
@@ -255,7 +259,7 @@ AttrRef FuzzedValues::locationAttributes() {
 
     std::vector<std::pair<std::string, AttrRef>> geometry, drawOptions, beamwright, viewerDefault;
     if (inRange(0, 7) != 0)
-        geometry.emplace_back("centerOfInterest", maybe(sorrel::doubleAttr(real())));
+        geometry.emplace_back(sorrel::names::kCenterOfInterest, maybe(sorrel::doubleAttr(real())));
     if (flip()) geometry.emplace_back("previewColor", colour());
     if (flip()) drawOptions.emplace_back("color", colour());
     if (inRange(0, 3) == 0) drawOptions.emplace_back("hide", flag());
@@ -266,20 +270,22 @@ AttrRef FuzzedValues::locationAttributes() {
 
     std::vector<std::pair<std::string, AttrRef>> top;
     if (inRange(0, 7) != 0)
-        top.emplace_back("type", maybe(sorrel::stringAttr(flip() ? "light" : text())));
-    top.emplace_back("geometry", groupOf(std::move(geometry)));
+        top.emplace_back(sorrel::names::kType,
+                         maybe(sorrel::stringAttr(flip() ? sorrel::names::kLightType : text())));
+    top.emplace_back(sorrel::names::kGeometry, groupOf(std::move(geometry)));
     top.emplace_back("viewer", groupOf({{"default", groupOf(std::move(viewerDefault))}}));
     return groupOf(std::move(top));
 }
 
 AttrRef FuzzedValues::optionValue(const std::string& option) {
     if (inRange(0, 3) == 0) return attribute();
-    if (option == "Manipulator.Scale" || option == "DefaultDistance" ||
-        option == "DefaultShadowFallDistance")
+    if (option == sorrel::names::kManipulatorScale || option == sorrel::names::kDefaultDistance ||
+        option == sorrel::names::kDefaultShadowFallDistance)
         return sorrel::doubleAttr(real());
-    if (option == "Mode" || option == "PackageClassName" || option == "MarquetteNodeName")
+    if (option == sorrel::names::kMode || option == sorrel::names::kPackageClassName ||
+        option == sorrel::names::kMarquetteNodeName)
         return sorrel::stringAttr(text());
-    if (option == "ViewportLayer.ExcludedLocationsPicking") {
+    if (option == sorrel::names::kExcludedLocationsPicking) {
         std::vector<std::string> paths(inRange<std::size_t>(0, 4));
         for (std::string& p : paths) p = path();
         return AttrRef(sorrel::AttributeModel::instance().makeStrings(std::move(paths)));

@@ -16,6 +16,7 @@
 #include "fuzz/fuzzed_values.h"
 #include "fuzz/host_counts.h"
 #include "fuzz/loaded_plugin.h"
+#include "host/core/names.h"
 #include "host/core/plugin_library.h"
 #include "host/viewer/foreign_objects.h"
 #include "host/viewer/gl_context.h"
@@ -37,7 +38,9 @@ void furnish(sorrel::ViewerStage& stage, FuzzedValues& in) {
     stage.scene().meshes().emplace("floor", sorrel::Mesh::plane(20, 20, 4));
     sorrel::ViewerDelegate& delegate = stage.delegate();
     for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
-        delegate.putLocation(group, sorrel::groupAttr({{"type", sorrel::stringAttr("group")}}));
+        delegate.putLocation(
+            group, sorrel::groupAttr(
+                       {{sorrel::names::kType, sorrel::stringAttr(sorrel::names::kGroupType)}}));
     for (const std::string& light : kLights)
         delegate.putLocation(light, in.locationAttributes(), in.matrix());
     std::vector<std::string> selected;
@@ -53,7 +56,8 @@ AttrRef pickAnswer(FuzzedValues& in, float* depth) {
     std::vector<std::pair<std::string, AttrRef>> hits;
     const int count = in.inRange(0, 3);
     for (int i = 0; i < count; ++i) {
-        AttrRef hit = in.flip() ? sorrel::groupAttr({{"location", sorrel::stringAttr(in.path())}})
+        AttrRef hit = in.flip() ? sorrel::groupAttr({{sorrel::names::kPickedLocation,
+                                                      sorrel::stringAttr(in.path())}})
                                 : in.attribute();
         if (!hit) continue;
         hits.emplace_back(in.flip() ? std::to_string(in.inRange(0, 99)) : in.text(),
@@ -86,9 +90,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         stage.viewport().setPickHandler([&in](const std::string&, std::int32_t, std::int32_t,
                                               std::int32_t, std::int32_t, bool,
                                               float* depth) { return pickAnswer(in, depth); });
-        sorrel::LayerObject& handles = *stage.viewport().pluginLayer(fuzzing::kHandlesLayer);
-        sorrel::LayerObject& placement = *stage.viewport().pluginLayer(fuzzing::kPlacementLayer);
-        placement.setOption("Enabled", sorrel::intAttr(1));
+        sorrel::LayerObject& handles = *stage.viewport().pluginLayer(sorrel::names::kHandlesLayer);
+        sorrel::LayerObject& placement =
+            *stage.viewport().pluginLayer(sorrel::names::kPlacementLayer);
+        placement.setOption(sorrel::names::kEnabled, sorrel::intAttr(1));
 
         for (int step = 0; step < kMostSteps && !in.exhausted(); ++step) {
             switch (in.inRange(0, 9)) {

@@ -11,6 +11,7 @@
 #include "fuzz/fuzzed_values.h"
 #include "fuzz/host_counts.h"
 #include "fuzz/loaded_plugin.h"
+#include "host/core/names.h"
 #include "host/viewer_stage.h"
 
 namespace {
@@ -26,8 +27,8 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using fuzzing::kHandlesLayer;
-    using fuzzing::kPlacementLayer;
+    using sorrel::names::kHandlesLayer;
+    using sorrel::names::kPlacementLayer;
     const fuzzing::HostCounts before = fuzzing::HostCounts::now();
     {
         fuzzing::FuzzedValues in(data, size);

@@ -14,8 +14,4 @@ void loadPlugin();
 /// The entry table of the row named `name`.
 void* const* suiteOf(const std::string& name);
 
-constexpr const char* kHandlesLayer = "BeamwrightCOIHandlesLayer";
-constexpr const char* kPlacementLayer = "BeamwrightLayer";
-constexpr const char* kComponent = "BeamwrightLayerVDC";
-
 }  // namespace fuzzing

@@ -27,6 +27,7 @@
 #include "fuzz/fuzzed_values.h"
 #include "fuzz/host_counts.h"
 #include "fuzz/loaded_plugin.h"
+#include "host/core/names.h"
 #include "host/core/plugin_host.h"
 #include "host/viewer/foreign_objects.h"
 #include "host/viewer/gl_context.h"
@@ -167,11 +168,12 @@ private:
     }
 
     void addComponent() {
-        stage_.delegate().addComponent(fuzzing::kComponent, fuzzing::suiteOf(fuzzing::kComponent));
+        stage_.delegate().addComponent(sorrel::names::kLightComponent,
+                                       fuzzing::suiteOf(sorrel::names::kLightComponent));
         component_ = true;
     }
     void removeComponent() {
-        stage_.delegate().removeComponent(fuzzing::kComponent);
+        stage_.delegate().removeComponent(sorrel::names::kLightComponent);
         component_ = false;
     }
 
@@ -233,7 +235,9 @@ private:
     void furnish() {
         sorrel::ViewerDelegate& delegate = stage_.delegate();
         for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
-            delegate.putLocation(group, sorrel::groupAttr({{"type", sorrel::stringAttr("group")}}));
+            delegate.putLocation(
+                group, sorrel::groupAttr({{sorrel::names::kType,
+                                           sorrel::stringAttr(sorrel::names::kGroupType)}}));
         for (const std::string& light : kLights)
             if (in_.inRange(0, 3) != 0)
                 delegate.putLocation(light, in_.locationAttributes(), in_.matrix());
@@ -255,7 +259,8 @@ private:
     }
 
     void sendRawLocationEvent() {
-        sorrel::ComponentObject* component = stage_.delegate().component(fuzzing::kComponent);
+        sorrel::ComponentObject* component =
+            stage_.delegate().component(sorrel::names::kLightComponent);
         if (component == nullptr) return;
         const AttrRef attributes = in_.locationAttributes();
         const AttrRef transform = in_.flip() ? in_.attribute(1) : AttrRef();
@@ -264,8 +269,8 @@ private:
     }
 
     void sendUsd() {
-        static const vrt::Token kLightApi("SorrelUsdLightAPI");
-        static const vrt::Token kCentreOfInterest("centerOfInterest");
+        static const vrt::Token kLightApi(sorrel::names::kUsdLightApi);
+        static const vrt::Token kCentreOfInterest(sorrel::names::kUsdCenterOfInterest);
         const vrt::Path path(in_.flip() ? "/World/Key" : in_.path());
         if (in_.inRange(0, 3) == 0) {
             usd_.removePrim(path);
@@ -349,8 +354,8 @@ private:
     sorrel::ViewerStage stage_;
     sorrel::Picking picking_;
     vrt::Stage usd_;
-    LayerLife handles_{fuzzing::kHandlesLayer};
-    LayerLife placement_{fuzzing::kPlacementLayer};
+    LayerLife handles_{sorrel::names::kHandlesLayer};
+    LayerLife placement_{sorrel::names::kPlacementLayer};
     bool component_ = false;
 };
 

@@ -22,6 +22,7 @@
 
 #include "fuzz/host_counts.h"
 #include "fuzz/loaded_plugin.h"
+#include "host/core/names.h"
 #include "host/core/plugin_library.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mesh.h"
@@ -46,8 +47,9 @@ AttrRef lightAttributes(long serial) {
     const double distance = 1.0 + static_cast<double>(serial % 7);
     const float red = static_cast<float>(serial % 11) / 10.0f;
     return sorrel::groupAttr(
-        {{"type", sorrel::stringAttr("light")},
-         {"geometry", sorrel::groupAttr({{"centerOfInterest", sorrel::doubleAttr(distance)}})},
+        {{sorrel::names::kType, sorrel::stringAttr(sorrel::names::kLightType)},
+         {sorrel::names::kGeometry,
+          sorrel::groupAttr({{sorrel::names::kCenterOfInterest, sorrel::doubleAttr(distance)}})},
          {"viewer",
           sorrel::groupAttr(
               {{"default", sorrel::groupAttr(
@@ -64,7 +66,7 @@ sorrel::Matrix lightPlace(long serial) {
 }
 
 AttrRef mouseMove(std::int32_t x, std::int32_t y) {
-    return sorrel::groupAttr({{"type", sorrel::stringAttr("MouseMove")},
+    return sorrel::groupAttr({{"type", sorrel::stringAttr(sorrel::names::kMouseMove)},
                               {"data", sorrel::groupAttr({{"x", sorrel::intAttr(x)},
                                                           {"y", sorrel::intAttr(y)},
                                                           {"buttons", sorrel::intAttr(0)},
@@ -124,13 +126,15 @@ Figures soak(long events) {
     stage.scene().meshes().emplace("floor", sorrel::Mesh::plane(20, 20, 4));
     sorrel::ViewerDelegate& delegate = stage.delegate();
     for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
-        delegate.putLocation(group, sorrel::groupAttr({{"type", sorrel::stringAttr("group")}}));
+        delegate.putLocation(
+            group, sorrel::groupAttr(
+                       {{sorrel::names::kType, sorrel::stringAttr(sorrel::names::kGroupType)}}));
     for (int i = 0; i < kLights; ++i)
         delegate.putLocation(lightPath(i), lightAttributes(i), lightPlace(i));
-    sorrel::LayerObject& handles = *stage.viewport().pluginLayer(fuzzing::kHandlesLayer);
+    sorrel::LayerObject& handles = *stage.viewport().pluginLayer(sorrel::names::kHandlesLayer);
     stage.viewport()
-        .pluginLayer(fuzzing::kPlacementLayer)
-        ->setOption("Enabled", sorrel::intAttr(1));
+        .pluginLayer(sorrel::names::kPlacementLayer)
+        ->setOption(sorrel::names::kEnabled, sorrel::intAttr(1));
 
     Figures figures;
     const long sampleEvery = std::max(1L, events / kRssSamples);

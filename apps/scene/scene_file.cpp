@@ -7,6 +7,7 @@
 #include "apps/scene/json_node.h"
 #include "apps/scene/obj_mesh.h"
 #include "apps/scene/placement_modes.h"
+#include "host/core/names.h"
 #include "host/render/primitive_meshes.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/scene.h"
@@ -243,16 +244,19 @@ void readLocations(const JsonNode& root, SceneDescription& scene) {
 }
 
 OptionValue readOption(const JsonNode& node, const std::string& name) {
-    if (name == "Enabled") return node.boolean() ? 1 : 0;
-    if (name == "Mode") {
+    if (name == sorrel::names::kEnabled) return node.boolean() ? 1 : 0;
+    if (name == sorrel::names::kMode) {
         const std::string label = node.text();
         if (!isModeLabel(label)) node.fail("unknown mode '" + label + "'");
         return label;
     }
-    if (name == "DefaultDistance" || name == "DefaultShadowFallDistance") return node.positive();
-    if (name == "Manipulator.Scale") return node.positive();
-    if (name == "PackageClassName" || name == "MarquetteNodeName") return node.text();
-    if (name == "ViewportLayer.ExcludedLocationsPicking") return node.texts();
+    if (name == sorrel::names::kDefaultDistance ||
+        name == sorrel::names::kDefaultShadowFallDistance)
+        return node.positive();
+    if (name == sorrel::names::kManipulatorScale) return node.positive();
+    if (name == sorrel::names::kPackageClassName || name == sorrel::names::kMarquetteNodeName)
+        return node.text();
+    if (name == sorrel::names::kExcludedLocationsPicking) return node.texts();
     node.fail("unknown option '" + name +
               "' (known: Enabled, Mode, DefaultDistance, DefaultShadowFallDistance, "
               "Manipulator.Scale, PackageClassName, MarquetteNodeName, "

@@ -1,6 +1,7 @@
 #include "apps/viewer/scene_setup.h"
 
 #include "host/core/attribute_model.h"
+#include "host/core/names.h"
 #include "host/core/plugin_objects.h"
 #include "host/viewer/selection.h"
 #include "host/viewer_stage.h"
@@ -15,9 +16,9 @@ namespace {
 const char* const kStandardGroups[] = {"/root", "/root/world", "/root/world/lgt"};
 
 AttrRef lightAttributes(const LightDescription& light) {
-    return sorrel::groupAttr(
-        {{"type", sorrel::stringAttr(sorrel::kLightType)},
-         {"geometry", sorrel::lightGeometry(light.properties, light.centerOfInterest)}});
+    return sorrel::groupAttr({{sorrel::names::kType, sorrel::stringAttr(sorrel::names::kLightType)},
+                              {sorrel::names::kGeometry,
+                               sorrel::lightGeometry(light.properties, light.centerOfInterest)}});
 }
 
 /// Whatever the variant holds, as the attribute of its type.
@@ -45,8 +46,9 @@ void putSceneIntoStage(const SceneDescription& scene, sorrel::ViewerStage& stage
 
     for (const LightDescription& light : scene.usdLights) {
         vrt::Prim prim = usdStage.definePrim(vrt::Path(light.path));
-        prim.applyApi(vrt::Token(kUsdLightApi));
-        prim.setAttr(vrt::Token("centerOfInterest"), vrt::Value(light.centerOfInterest));
+        prim.applyApi(vrt::Token(sorrel::names::kUsdLightApi));
+        prim.setAttr(vrt::Token(sorrel::names::kUsdCenterOfInterest),
+                     vrt::Value(light.centerOfInterest));
         prim.setLocalTransformation(lqm::Mat4<double>(light.local));
         delegate.sendUsdPrim(prim, sorrel::UsdFlags::kPrimAdded);
     }

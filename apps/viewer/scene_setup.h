@@ -20,9 +20,6 @@ class ViewerStage;
 
 namespace viewer {
 
-/// The prim API that makes a USD prim a light for the plugin's USD mirror.
-constexpr const char* kUsdLightApi = "SorrelUsdLightAPI";
-
 void putSceneIntoStage(const SceneDescription& scene, sorrel::ViewerStage& stage,
                        vrt::Stage& usdStage);
 

@@ -10,20 +10,23 @@
 
 #include "apps/scene/placement_modes.h"
 #include "apps/viewer/light_poses.h"
-#include "apps/viewer/mouse_events.h"
 #include "apps/viewer/number_text.h"
 #include "apps/viewer/pick_colours.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/render/png_writer.h"
 #include "host/render/scene_renderer.h"
 #include "host/viewer/gl_context.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/ray_cast.h"
 #include "host/viewer/selection.h"
 #include "host/viewer_stage.h"
 
 namespace viewer {
+
+namespace names = sorrel::names;
 
 using sorrel::Vec3;
 
@@ -43,7 +46,7 @@ std::string pixelText(const Pixel& pixel) {
 
 /// The location a picked object names.
 std::optional<std::string> locationOf(const sorrel::AttrRef& object) {
-    return sorrel::readString(object.child("location"));
+    return sorrel::readString(object.child(names::kPickedLocation));
 }
 
 std::string quoted(const std::string& label) { return "\"" + modeTitle(label) + "\""; }
@@ -62,7 +65,7 @@ public:
     TourReport run() {
         report_.light = chooseLight();
         session_.stage().select({report_.light});
-        session_.setOption("Enabled", sorrel::intAttr(1));
+        session_.setOption(names::kEnabled, sorrel::intAttr(1));
         restingPlace_ = scene().find(report_.light)->local;
         for (const PlacementModeLabel& mode : kPlacementModes) placeIn(mode);
         putLightBack();
@@ -80,13 +83,13 @@ private:
         const TourDescription& tour = session_.scene().tour;
         if (tour.light) {
             const sorrel::Location* location = scene().find(*tour.light);
-            if (location == nullptr || !sorrel::hasType(*location, sorrel::kLightType))
+            if (location == nullptr || !sorrel::hasType(*location, names::kLightType))
                 throw TourFailure("the tour's light " + *tour.light + " is no light location");
             return *tour.light;
         }
         const std::vector<std::string> selected = sorrel::selectedPaths(scene());
         for (const std::string& path : selected)
-            if (sorrel::hasType(*scene().find(path), sorrel::kLightType)) return path;
+            if (sorrel::hasType(*scene().find(path), names::kLightType)) return path;
         const std::vector<sorrel::SceneLight> lights = sorrel::locationLights(scene());
         if (lights.empty()) throw TourFailure("the scene has no light location to place");
         return lights.front().path;
@@ -127,20 +130,20 @@ private:
     void placeIn(const PlacementModeLabel& mode) {
         putLightBack();
         const std::string label = mode.label;
-        session_.setOption("Mode", sorrel::stringAttr(label));
+        session_.setOption(names::kMode, sorrel::stringAttr(label));
         const LightPose before = lightPoses(scene()).at(report_.light);
         sorrel::SnappingLayer& snapping = session_.stage().snappingLayer();
         snapping.forgetAnswer();
 
         Pixel pixel = pressPixel(label);
-        session_.sendEvent(leftPress(pixel[0], pixel[1]));
+        session_.sendEvent(sorrel::leftPress(pixel[0], pixel[1]));
         if (label == kPlacingMode) {
             const TourDescription& tour = session_.scene().tour;
             pixel = tour.drag ? *tour.drag
                               : Pixel{pixel[0] + kDefaultDrag[0], pixel[1] + kDefaultDrag[1]};
-            session_.sendEvent(leftDrag(pixel[0], pixel[1]));
+            session_.sendEvent(sorrel::leftDrag(pixel[0], pixel[1]));
         }
-        session_.sendEvent(leftRelease(pixel[0], pixel[1]));
+        session_.sendEvent(sorrel::leftRelease(pixel[0], pixel[1]));
 
         ModeStep step;
         step.label = label;
@@ -191,7 +194,7 @@ private:
         hoverPixel_ = pixel;
         report_.hoveredLight = light.path;
         const std::uint64_t redraws = viewport().dirtyCount();
-        session_.sendEvent(hover(pixel[0], pixel[1]));
+        session_.sendEvent(sorrel::hover(pixel[0], pixel[1]));
         if (viewport().dirtyCount() == redraws)
             throw TourFailure("hovering the handle of " + light.path + " at " + pixelText(pixel) +
                               " hovered nothing (did the handle shaders build?)");
@@ -227,9 +230,9 @@ private:
         const TourDescription& tour = session_.scene().tour;
         const Pixel pixel = tour.package ? *tour.package : pressPixel(kPlacingMode);
         const LightPoses before = lightPoses(scene());
-        session_.setOption("Mode", sorrel::stringAttr(kPlacingMode));
-        session_.sendEvent(leftPress(pixel[0], pixel[1], kShiftModifier));
-        session_.sendEvent(leftRelease(pixel[0], pixel[1]));
+        session_.setOption(names::kMode, sorrel::stringAttr(kPlacingMode));
+        session_.sendEvent(sorrel::leftPress(pixel[0], pixel[1], names::kShiftModifier));
+        session_.sendEvent(sorrel::leftRelease(pixel[0], pixel[1]));
         const std::vector<std::string> added = newLights(before, lightPoses(scene()));
         if (!added.empty()) report_.packageLight = added.back();
         if (report_.packageLight.empty())

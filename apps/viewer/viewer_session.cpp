@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "apps/viewer/scene_setup.h"
+#include "host/core/names.h"
 #include "host/core/plugin_objects.h"
 #include "host/render/scene_renderer.h"
 #include "host/viewer/gl_pass_timer.h"
@@ -30,8 +31,8 @@ ViewerSession::ViewerSession(const SceneDescription& scene, const sorrel::Plugin
     const double eye[3] = {camera.eye.x, camera.eye.y, camera.eye.z};
     const double target[3] = {camera.target.x, camera.target.y, camera.target.z};
     viewport().lookAt(eye, target, camera.fovDegrees);
-    placementLayer_ = &layerNamed(viewport(), kPlacementLayerName);
-    handlesLayer_ = &layerNamed(viewport(), kHandlesLayerName);
+    placementLayer_ = &layerNamed(viewport(), sorrel::names::kPlacementLayer);
+    handlesLayer_ = &layerNamed(viewport(), sorrel::names::kHandlesLayer);
 
     picking_ = std::make_unique<sorrel::Picking>(viewport(), context);
     picking_->install();

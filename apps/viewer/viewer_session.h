@@ -29,10 +29,6 @@ class Viewport;
 
 namespace viewer {
 
-/// The plugin's two layers, by the names the host knows them by.
-constexpr const char* kPlacementLayerName = "BeamwrightLayer";
-constexpr const char* kHandlesLayerName = "BeamwrightCOIHandlesLayer";
-
 class ViewerSession {
 public:
     /// Loads the plugin's rows into a viewer of the scene's size and camera,

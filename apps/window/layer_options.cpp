@@ -2,15 +2,17 @@
 
 #include <variant>
 
+#include "host/core/names.h"
+
 namespace viewer {
 
 namespace {
 
-constexpr const char* kEnabled = "Enabled";
-constexpr const char* kMode = "Mode";
-constexpr const char* kDefaultDistance = "DefaultDistance";
-constexpr const char* kManipulatorScale = "Manipulator.Scale";
-constexpr const char* kPackageClassName = "PackageClassName";
+using sorrel::names::kDefaultDistance;
+using sorrel::names::kEnabled;
+using sorrel::names::kManipulatorScale;
+using sorrel::names::kMode;
+using sorrel::names::kPackageClassName;
 
 template <typename T>
 void readInto(const OptionValue& value, T& field) {

@@ -7,6 +7,7 @@
 
 #include "apps/scene/placement_modes.h"
 #include "apps/window/window_input.h"
+#include "host/core/names.h"
 
 namespace viewer {
 
@@ -24,7 +25,7 @@ constexpr double kMaxDistance = 100.0;
 constexpr float kDistanceDragSpeed = 0.05f;
 /// Lines of text below the light list: the hovered light, a heading, two times.
 constexpr float kLinesBelowLights = 4.0f;
-constexpr const char* kLongestOptionName = "PackageClassName";
+constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 
 void modeList(LayerOptions& options) {
@@ -42,14 +43,14 @@ void optionFields(LayerOptions& options) {
     // The fields leave room for the longest option name beside them.
     ImGui::PushItemWidth(
         -(ImGui::CalcTextSize(kLongestOptionName).x + ImGui::GetStyle().ItemInnerSpacing.x));
-    ImGui::Checkbox("Enabled", &options.enabled);
-    ImGui::DragScalar("DefaultDistance", ImGuiDataType_Double, &options.defaultDistance,
-                      kDistanceDragSpeed, &kMinDistance, &kMaxDistance, "%.2f",
-                      ImGuiSliderFlags_AlwaysClamp);
-    ImGui::SliderScalar("Manipulator.Scale", ImGuiDataType_Double, &options.manipulatorScale,
-                        &kMinManipulatorScale, &kMaxManipulatorScale, "%.2f",
-                        ImGuiSliderFlags_Logarithmic | ImGuiSliderFlags_AlwaysClamp);
-    ImGui::InputText("PackageClassName", &options.packageClassName);
+    ImGui::Checkbox(sorrel::names::kEnabled, &options.enabled);
+    ImGui::DragScalar(sorrel::names::kDefaultDistance, ImGuiDataType_Double,
+                      &options.defaultDistance, kDistanceDragSpeed, &kMinDistance, &kMaxDistance,
+                      "%.2f", ImGuiSliderFlags_AlwaysClamp);
+    ImGui::SliderScalar(sorrel::names::kManipulatorScale, ImGuiDataType_Double,
+                        &options.manipulatorScale, &kMinManipulatorScale, &kMaxManipulatorScale,
+                        "%.2f", ImGuiSliderFlags_Logarithmic | ImGuiSliderFlags_AlwaysClamp);
+    ImGui::InputText(sorrel::names::kPackageClassName, &options.packageClassName);
     ImGui::PopItemWidth();
 }
 

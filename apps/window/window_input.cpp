@@ -5,9 +5,12 @@
 #include <array>
 
 #include "apps/scene/placement_modes.h"
-#include "apps/viewer/mouse_events.h"
+#include "host/core/names.h"
+#include "host/viewer/mouse_event.h"
 
 namespace viewer {
+
+namespace names = sorrel::names;
 
 namespace {
 
@@ -23,21 +26,21 @@ static_assert(kDigits + kKeysAfterDigits.size() == kPlacementModes.size(), "a ke
 int hostButton(int glfwButton) {
     switch (glfwButton) {
         case GLFW_MOUSE_BUTTON_LEFT:
-            return kLeftButton;
+            return names::kLeftButton;
         case GLFW_MOUSE_BUTTON_RIGHT:
-            return kRightButton;
+            return names::kRightButton;
         case GLFW_MOUSE_BUTTON_MIDDLE:
-            return kMiddleButton;
+            return names::kMiddleButton;
         default:
-            return kNoButton;
+            return names::kNoButton;
     }
 }
 
 int hostModifiers(int glfwMods) {
     int modifiers = 0;
-    if ((glfwMods & GLFW_MOD_SHIFT) != 0) modifiers |= kShiftModifier;
-    if ((glfwMods & GLFW_MOD_CONTROL) != 0) modifiers |= kControlModifier;
-    if ((glfwMods & GLFW_MOD_ALT) != 0) modifiers |= kAltModifier;
+    if ((glfwMods & GLFW_MOD_SHIFT) != 0) modifiers |= names::kShiftModifier;
+    if ((glfwMods & GLFW_MOD_CONTROL) != 0) modifiers |= names::kControlModifier;
+    if ((glfwMods & GLFW_MOD_ALT) != 0) modifiers |= names::kAltModifier;
     return modifiers;
 }
 

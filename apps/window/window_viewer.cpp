@@ -13,7 +13,6 @@
 
 #include "apps/scene/placement_modes.h"
 #include "apps/viewer/light_poses.h"
-#include "apps/viewer/mouse_events.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
 #include "apps/window/glfw_window.h"
@@ -22,21 +21,23 @@
 #include "apps/window/panel_context.h"
 #include "apps/window/viewer_panel.h"
 #include "apps/window/window_input.h"
+#include "apps/window/window_layout.h"
 #include "apps/window/window_report.h"
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/core/plugin_objects.h"
 #include "host/render/png_writer.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/scene_light.h"
 #include "host/viewer_stage.h"
 
 namespace viewer {
 
+namespace names = sorrel::names;
+
 namespace {
 
-constexpr const char* kTitle = "Beamwright viewer";
-/// The panel's width beside the viewport, pixels.
-constexpr int kPanelWidth = 330;
 /// Frames drawn after input, so that the panel settles (ImGui answers a
 /// click or a hover on the frame after it).
 constexpr int kSettleFrames = 3;
@@ -62,7 +63,7 @@ std::set<std::string> usdLightPaths(const SceneDescription& scene) {
 
 /// The light a picked handle stands for.
 std::optional<std::string> locationOf(const sorrel::PickHit& hit) {
-    return sorrel::readString(hit.attribute.child("location"));
+    return sorrel::readString(hit.attribute.child(names::kPickedLocation));
 }
 
 std::string numbered(const std::string& folder, int number) {
@@ -76,7 +77,7 @@ public:
     WindowViewer(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
                  WindowSettings settings, std::FILE* report)
         : window_(scene.camera.width + kPanelWidth, scene.camera.height,
-                  std::string(kTitle) + " - " + scene.file),
+                  std::string(kWindowTitle) + " - " + scene.file),
           session_(scene, plugin, window_),
           report_(report),
           settings_(std::move(settings)),
@@ -188,12 +189,12 @@ private:
             case Gesture::Select:
                 return;
             case Gesture::Plugin:
-                return sendToPlugin("MouseMove", pixel, kNoButton, modifiersHeld());
+                return sendToPlugin(names::kMouseMove, pixel, names::kNoButton, modifiersHeld());
             case Gesture::None:
                 break;
         }
         if (inViewport(pixel)) {
-            sendToPlugin("MouseMove", pixel, kNoButton, modifiersHeld());
+            sendToPlugin(names::kMouseMove, pixel, names::kNoButton, modifiersHeld());
             pointerInside_ = true;
         } else if (pointerInside_) {
             pointerLeft();
@@ -204,12 +205,12 @@ private:
         wake();
         if (!pointerInside_) return;
         pointerInside_ = false;
-        sendToPlugin("Leave", pointerPixel(), kNoButton, 0);
+        sendToPlugin(names::kLeave, pointerPixel(), names::kNoButton, 0);
     }
 
     void buttonChanged(int glfwButton, int action, int glfwMods) {
         const int button = hostButton(glfwButton);
-        if (button == kNoButton) return;
+        if (button == names::kNoButton) return;
         wake();
         const Pixel pixel = pointerPixel();
         const int modifiers = hostModifiers(glfwMods);
@@ -218,11 +219,11 @@ private:
             if (gesture_ == Gesture::None)
                 gesture_ = startGesture(pixel, button, modifiers);
             else if (gesture_ == Gesture::Plugin)
-                sendToPlugin("MouseButtonPress", pixel, button, modifiers);
+                sendToPlugin(names::kMouseButtonPress, pixel, button, modifiers);
         } else if (action == GLFW_RELEASE) {
             buttons_ &= ~button;
             if (gesture_ == Gesture::Plugin)
-                sendToPlugin("MouseButtonRelease", pixel, button, modifiers);
+                sendToPlugin(names::kMouseButtonRelease, pixel, button, modifiers);
             if (buttons_ == 0) {
                 if (isCameraGesture(gesture_)) report_.camera(eyeOf(camera_), camera_.target);
                 gesture_ = Gesture::None;
@@ -232,14 +233,14 @@ private:
 
     Gesture startGesture(const Pixel& pixel, int button, int modifiers) {
         if (!inViewport(pixel)) return Gesture::Panel;
-        if ((modifiers & kAltModifier) != 0) {
-            if (button == kLeftButton) return Gesture::Orbit;
-            if (button == kMiddleButton) return Gesture::Pan;
+        if ((modifiers & names::kAltModifier) != 0) {
+            if (button == names::kLeftButton) return Gesture::Orbit;
+            if (button == names::kMiddleButton) return Gesture::Pan;
             return Gesture::Dolly;
         }
-        if (button == kLeftButton && modifiers == 0 && selectHandleAt(pixel))
+        if (button == names::kLeftButton && modifiers == 0 && selectHandleAt(pixel))
             return Gesture::Select;
-        sendToPlugin("MouseButtonPress", pixel, button, modifiers);
+        sendToPlugin(names::kMouseButtonPress, pixel, button, modifiers);
         return Gesture::Plugin;
     }
 
@@ -287,15 +288,15 @@ private:
     /// to the lights and to the hover.
     void sendToPlugin(const std::string& type, const Pixel& pixel, int button, int modifiers) {
         // A plain move places nothing, so only other events compare the lights' poses.
-        const bool mayPlace = type != "MouseMove" || buttons_ != 0;
-        const bool followsPointer = type == "MouseMove" || type == "Leave";
+        const bool mayPlace = type != names::kMouseMove || buttons_ != 0;
+        const bool followsPointer = type == names::kMouseMove || type == names::kLeave;
         sorrel::SnappingLayer& snapping = session_.stage().snappingLayer();
         snapping.forgetAnswer();
         const LightPoses before = mayPlace ? lightPoses(scene()) : LightPoses();
         handlesPick_.reset();
 
         session_.sendEvent(
-            mouseEvent(type.c_str(), pixel[0], pixel[1], button, buttons_, modifiers));
+            sorrel::mouseEvent(type.c_str(), pixel[0], pixel[1], {button, buttons_, modifiers}));
 
         if (followsPointer) setHovered(handlesPick_.value_or(""));
         if (!mayPlace) return;

@@ -13,6 +13,7 @@
 #include "handles/handle_mesh_data.h"
 #include "handles/handles_layer.h"
 #include "handles/pick_id_colour.h"
+#include "host/core/names.h"
 #include "host/core/plugin_host.h"
 #include "host/viewer/viewer_tables.h"
 #include "scene/light_component.h"
@@ -31,7 +32,6 @@ constexpr int kLightsPerRow = 100;
 constexpr double kSpacing = 0.2;  // world units between lights
 constexpr double kEyeDistance = 40.0;
 constexpr double kCenterOfInterestDistance = 2.0;
-constexpr const char* kComponentName = "BeamwrightLayerVDC";
 
 // What the layer uses for each light; the floor uses the very same values.
 constexpr double kHandleSizePixels = 120.0;
@@ -117,15 +117,16 @@ HandlesScene::HandlesScene(int lights)
     ViewerDelegateComponentPluginBase::setHost(record);
     setenv("SORREL_ROOT", BEAMWRIGHT_RESOURCES_DIR, /* overwrite = */ 1);
 
-    delegate.addComponent(kComponentName, reinterpret_cast<void* const*>(&componentSuite()));
+    delegate.addComponent(sorrel::names::kLightComponent,
+                          reinterpret_cast<void* const*>(&componentSuite()));
     viewport_ = std::make_unique<sorrel::Viewport>(delegate, kSurfaceSize, kSurfaceSize);
     const double eye[3] = {0.0, 0.0, kEyeDistance};
     const double target[3] = {0.0, 0.0, 0.0};
     viewport_->lookAt(eye, target);
-    layer = &viewport_->addPluginLayer("BeamwrightCOIHandlesLayer",
+    layer = &viewport_->addPluginLayer(sorrel::names::kHandlesLayer,
                                        reinterpret_cast<void* const*>(&layerSuite()));
     layer->setup();
-    layer->setOption("Enabled", sorrel::intAttr(1));
+    layer->setOption(sorrel::names::kEnabled, sorrel::intAttr(1));
 
     delegate.putLocation("/root", testing_support::groupAttributes());
     const sorrel::AttrRef light = testing_support::lightAttributes(kCenterOfInterestDistance);
@@ -158,8 +159,8 @@ void HandlesScene::pickingPass() const {
 }
 
 BeamwrightLayerVDC& HandlesScene::component() {
-    auto* const handle =
-        static_cast<PluginObjectHandle*>(delegate.component(kComponentName)->handle());
+    auto* const handle = static_cast<PluginObjectHandle*>(
+        delegate.component(sorrel::names::kLightComponent)->handle());
     return dynamic_cast<BeamwrightLayerVDC&>(pluginObject<ViewerDelegateComponent>(handle));
 }
 

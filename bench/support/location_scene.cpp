@@ -4,6 +4,7 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
 #include "frame/viewport_layer_plugin_base.h"
+#include "host/core/names.h"
 #include "host/core/plugin_host.h"
 #include "host/viewer/viewer_tables.h"
 #include "scene/light_component.h"
@@ -16,7 +17,6 @@ using namespace Tessera::Sorrel::ViewerAPI;
 namespace {
 
 constexpr std::size_t kChildrenPerLocation = 8;
-constexpr const char* kComponentName = "BeamwrightLayerVDC";
 constexpr std::uint8_t kEventFlag = 1;
 constexpr double kChildOffset = 0.5;  // world units from the parent, along x and z
 
@@ -47,9 +47,10 @@ LocationScene::LocationScene(const std::vector<std::string>& paths) {
     PluginHost* const record = separableHostRecord();
     ViewportLayerPluginBase::setHost(record);
     ViewerDelegateComponentPluginBase::setHost(record);
-    handle =
-        delegate.addComponent(kComponentName, reinterpret_cast<void* const*>(&componentSuite()))
-            .handle();
+    handle = delegate
+                 .addComponent(sorrel::names::kLightComponent,
+                               reinterpret_cast<void* const*>(&componentSuite()))
+                 .handle();
     locationEvent = componentSuite().locationEvent;
 
     const sorrel::AttrRef light = testing_support::lightAttributes(/* distance = */ 5.0);

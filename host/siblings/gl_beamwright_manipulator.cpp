@@ -1,5 +1,6 @@
 #include "host/siblings/gl_beamwright_manipulator.h"
 
+#include "host/core/names.h"
 #include "host/viewer/selection.h"
 #include "host/viewer/viewer_delegate.h"
 
@@ -8,7 +9,7 @@ namespace sorrel {
 void GLBeamwrightManipulator::followSelection() const {
     std::vector<std::unique_ptr<LightMoveHandle>> kept;
     for (const std::string& path : selectedPaths(delegate_.scene())) {
-        if (!hasType(*delegate_.scene().find(path), kLightType)) continue;
+        if (!hasType(*delegate_.scene().find(path), names::kLightType)) continue;
         auto same = handles_.begin();
         while (same != handles_.end() && (*same == nullptr || (*same)->lightPath() != path)) ++same;
         kept.push_back(same != handles_.end()

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/core/names.h"
 #include "host/siblings/light_move_handle.h"
 #include "host/viewer/manipulator.h"
 
@@ -18,7 +19,7 @@ class ViewerDelegate;
 class GLBeamwrightManipulator : public Manipulator {
 public:
     explicit GLBeamwrightManipulator(ViewerDelegate& delegate)
-        : Manipulator("GLBeamwrightManipulator"), delegate_(delegate) {}
+        : Manipulator(names::kManipulator), delegate_(delegate) {}
 
     std::uint32_t numberOfHandles() const override;
     ManipulatorHandle* handle(std::uint32_t index) override;

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/core/option_id_generator.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/vector_attributes.h"
@@ -12,8 +13,9 @@
 namespace sorrel {
 
 void LightMoveHandle::setOption(std::uint64_t id, AttrRef value) {
-    static const std::uint64_t lightDataId = OptionIdGenerator::instance().idOf("LightData");
-    static const std::uint64_t modifiersId = OptionIdGenerator::instance().idOf("CurrentModifiers");
+    static const std::uint64_t lightDataId = OptionIdGenerator::instance().idOf(names::kLightData);
+    static const std::uint64_t modifiersId =
+        OptionIdGenerator::instance().idOf(names::kCurrentModifiers);
     if (id == modifiersId) {
         ++counts_.modifiers;
         counts_.lastModifiers = readInt(value);
@@ -28,8 +30,8 @@ void LightMoveHandle::setOption(std::uint64_t id, AttrRef value) {
 }
 
 bool LightMoveHandle::moveLight(const AttrRef& lightData) {
-    const auto position = readDoubleTriple(lightData.child("position"));
-    const auto direction = readDoubleTriple(lightData.child("direction"));
+    const auto position = readDoubleTriple(lightData.child(names::kLightDataPosition));
+    const auto direction = readDoubleTriple(lightData.child(names::kLightDataDirection));
     if (!position || !direction) {
         ++counts_.nullLightData;
         return false;
@@ -39,7 +41,8 @@ bool LightMoveHandle::moveLight(const AttrRef& lightData) {
     if (!current) return false;
 
     Matrix world = *current;
-    const bool orientationFixed = readInt(lightData.child("orientationFixed")).value_or(0) != 0;
+    const bool orientationFixed =
+        readInt(lightData.child(names::kLightDataOrientationFixed)).value_or(0) != 0;
     if (!orientationFixed) {
         if (const auto turned = orientationAlong(*direction))
             for (int row = 0; row < kTranslationRow; ++row)
@@ -50,11 +53,11 @@ bool LightMoveHandle::moveLight(const AttrRef& lightData) {
 }
 
 bool LightMoveHandle::aimAtDistance(const AttrRef& lightData) {
-    const auto distance = readDouble(lightData.child("distance"));
+    const auto distance = readDouble(lightData.child(names::kLightDataDistance));
     if (!distance || !std::isfinite(*distance) || *distance <= 0.0) return false;
     Location& light = *delegate_.scene().find(lightPath_);
     light.attributes =
-        withChild(light.attributes, "geometry.centerOfInterest", doubleAttr(*distance));
+        withChild(light.attributes, names::kGeometryCenterOfInterest, doubleAttr(*distance));
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/selection.h"
 #include "host/viewer/vector_attributes.h"
@@ -23,7 +24,8 @@ AttrRef findPackageForSelection(const Scene& scene) {
     if (selected.empty()) return AttrRef();
     for (const std::string& path : {selected.front(), parentOf(selected.front())}) {
         const Location* const location = scene.find(path);
-        if (location != nullptr && hasType(*location, kLightPackageType)) return stringAttr(path);
+        if (location != nullptr && hasType(*location, names::kLightPackageType))
+            return stringAttr(path);
     }
     return AttrRef();
 }
@@ -36,35 +38,35 @@ std::string freePackagePath(const Scene& scene, const std::string& parent) {
 }
 
 AttrRef packageAttributes(const std::string& className, const std::string& marquette) {
-    return groupAttr({{"type", stringAttr(kLightPackageType)},
+    return groupAttr({{names::kType, stringAttr(names::kLightPackageType)},
                       {"package", groupAttr({{"className", stringAttr(className)},
                                              {"marquetteNodeName", stringAttr(marquette)}})}});
 }
 
 AttrRef lightAttributes(const AttrRef& command) {
     std::vector<std::pair<std::string, AttrRef>> geometry;
-    if (const auto distance = readDouble(command.child("CenterOfInterest")))
-        geometry.emplace_back("centerOfInterest", doubleAttr(*distance));
-    if (const auto distance = readDouble(command.child("ShadowFallDistance")))
-        geometry.emplace_back("shadowFallDistance", doubleAttr(*distance));
-    return groupAttr(
-        {{"type", stringAttr(kLightType)}, {"geometry", groupAttr(std::move(geometry))}});
+    if (const auto distance = readDouble(command.child(names::kPackageCenterOfInterest)))
+        geometry.emplace_back(names::kCenterOfInterest, doubleAttr(*distance));
+    if (const auto distance = readDouble(command.child(names::kPackageShadowFallDistance)))
+        geometry.emplace_back(names::kShadowFallDistance, doubleAttr(*distance));
+    return groupAttr({{names::kType, stringAttr(names::kLightType)},
+                      {names::kGeometry, groupAttr(std::move(geometry))}});
 }
 
 AttrRef createLightPackage(ViewerDelegate& delegate, const AttrRef& command) {
     if (command.type() != kGroup) return AttrRef();
     Scene& scene = delegate.scene();
-    const std::string marquette = readString(command.child("MarquetteNodeName")).value_or("");
+    const std::string marquette = readString(command.child(names::kMarquetteNodeName)).value_or("");
     const std::string parent =
         std::string(kLightPackagesRoot) + (marquette.empty() ? "" : "/" + marquette);
     const std::string packagePath = freePackagePath(scene, parent);
     const std::string lightPath = packagePath + "/" + kLightName;
 
-    Matrix world =
-        rotationFromEulerDegrees(readDoubleTriple(command.child("Rotation")).value_or(Vec3{}));
+    Matrix world = rotationFromEulerDegrees(
+        readDoubleTriple(command.child(names::kPackageRotation)).value_or(Vec3{}));
     setMatrixRow(world, kTranslationRow,
-                 readDoubleTriple(command.child("Position")).value_or(Vec3{}));
-    const std::string className = readString(command.child("PackageClassName")).value_or("");
+                 readDoubleTriple(command.child(names::kPackagePosition)).value_or(Vec3{}));
+    const std::string className = readString(command.child(names::kPackageClassName)).value_or("");
     scene.set(packagePath, packageAttributes(className, marquette));
     placeInWorld(scene, packagePath, world);
     scene.set(lightPath, lightAttributes(command));
@@ -77,10 +79,10 @@ AttrRef createLightPackage(ViewerDelegate& delegate, const AttrRef& command) {
 }  // namespace
 
 void installLightPackageCommands(ViewerDelegate& delegate) {
-    delegate.defineMethod(
-        "FindPackageLocationPathForCurrentSelection",
-        [&delegate](const AttrRef&) { return findPackageForSelection(delegate.scene()); });
-    delegate.defineMethod("CreateLightPackage", [&delegate](const AttrRef& command) {
+    delegate.defineMethod(names::kFindPackageCommand, [&delegate](const AttrRef&) {
+        return findPackageForSelection(delegate.scene());
+    });
+    delegate.defineMethod(names::kCreatePackageCommand, [&delegate](const AttrRef& command) {
         return createLightPackage(delegate, command);
     });
 }

@@ -6,13 +6,14 @@
 #include <cstdint>
 #include <optional>
 
+#include "host/core/names.h"
 #include "host/viewer/host_layer.h"
 
 namespace sorrel {
 
 class SelectionLayer : public HostLayer {
 public:
-    SelectionLayer() : HostLayer("SelectionLayer") {}
+    SelectionLayer() : HostLayer(names::kSelectionLayer) {}
 
     void setOption(std::uint64_t id, AttrRef value) override;
     AttrRef getOption(std::uint64_t) override { return AttrRef(); }

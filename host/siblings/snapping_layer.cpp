@@ -1,6 +1,7 @@
 #include "host/siblings/snapping_layer.h"
 
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/core/option_id_generator.h"
 #include "host/viewer/ray_cast.h"
 #include "host/viewer/vector_attributes.h"
@@ -23,18 +24,18 @@ Vec3 snappedPoint(const SceneHit& hit, const std::string& strategy) {
 }  // namespace
 
 void SnappingLayer::setOption(std::uint64_t id, AttrRef value) {
-    static const std::uint64_t prepareId = optionId("SnappingLayer.PreparePickOnDemand");
+    static const std::uint64_t prepareId = optionId(names::kPreparePickOnDemand);
     if (id != prepareId) return;
-    const auto x = readInt(value.child("x"));
-    const auto y = readInt(value.child("y"));
+    const auto x = readInt(value.child(names::kPickX));
+    const auto y = readInt(value.child(names::kPickY));
     request_.valid = x && y;
     request_.x = x.value_or(0);
     request_.y = y.value_or(0);
-    request_.strategy = readString(value.child("StrategyType")).value_or("");
+    request_.strategy = readString(value.child(names::kPickStrategy)).value_or("");
 }
 
 AttrRef SnappingLayer::getOption(std::uint64_t id) {
-    static const std::uint64_t pickId = optionId("SnappingLayer.PickOnDemand");
+    static const std::uint64_t pickId = optionId(names::kPickOnDemand);
     if (id != pickId || viewport() == nullptr) return AttrRef();
     if (!request_.valid) return AttrRef();
     const auto ray = rayThroughPixel(*viewport(), request_.x, request_.y);

@@ -15,6 +15,7 @@
 #include <optional>
 #include <string>
 
+#include "host/core/names.h"
 #include "host/viewer/host_layer.h"
 #include "host/viewer/vec3.h"
 
@@ -22,7 +23,7 @@ namespace sorrel {
 
 class SnappingLayer : public HostLayer {
 public:
-    SnappingLayer() : HostLayer("SnappingLayer") {}
+    SnappingLayer() : HostLayer(names::kSnappingLayer) {}
 
     void setOption(std::uint64_t id, AttrRef value) override;
     AttrRef getOption(std::uint64_t id) override;

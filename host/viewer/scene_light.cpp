@@ -1,6 +1,7 @@
 #include "host/viewer/scene_light.h"
 
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/viewer/scene.h"
 #include "host/viewer/selection.h"
 
@@ -32,7 +33,7 @@ LightProperties readLightProperties(const AttrRef& geometry) {
 
 AttrRef lightGeometry(const LightProperties& properties, double centerOfInterest) {
     const Vec3& c = properties.color;
-    return groupAttr({{"centerOfInterest", doubleAttr(centerOfInterest)},
+    return groupAttr({{names::kCenterOfInterest, doubleAttr(centerOfInterest)},
                       {"color", floatsAttr({static_cast<float>(c.x), static_cast<float>(c.y),
                                             static_cast<float>(c.z)})},
                       {"intensity", doubleAttr(properties.intensity)},
@@ -52,10 +53,10 @@ SceneLight placedLight(const std::string& path, const Matrix& world) {
 std::vector<SceneLight> locationLights(const Scene& scene) {
     std::vector<SceneLight> lights;
     for (const auto& [path, location] : scene.locations()) {
-        if (!hasType(location, kLightType)) continue;
+        if (!hasType(location, names::kLightType)) continue;
         SceneLight light = placedLight(path, *scene.worldTransform(path));
-        const AttrRef geometry = location.attributes.child("geometry");
-        light.centerOfInterest = readDouble(geometry.child("centerOfInterest")).value_or(0.0);
+        const AttrRef geometry = location.attributes.child(names::kGeometry);
+        light.centerOfInterest = readDouble(geometry.child(names::kCenterOfInterest)).value_or(0.0);
         light.properties = readLightProperties(geometry);
         light.selected = location.selected;
         lights.push_back(std::move(light));

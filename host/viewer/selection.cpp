@@ -3,12 +3,13 @@
 #include <algorithm>
 
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/viewer/viewer_delegate.h"
 
 namespace sorrel {
 
 bool hasType(const Location& location, const std::string& type) {
-    return readString(location.attributes.child("type")) == type;
+    return readString(location.attributes.child(names::kType)) == type;
 }
 
 std::vector<std::string> selectedPaths(const Scene& scene) {

@@ -11,10 +11,6 @@ namespace sorrel {
 
 class ViewerDelegate;
 
-/// The "type" of a light location and of the package location above it.
-constexpr const char* kLightType = "light";
-constexpr const char* kLightPackageType = "light package";
-
 /// Whether the location's "type" is a string attribute with this text.
 bool hasType(const Location& location, const std::string& type);
 

@@ -10,10 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "host/core/names.h"
 #include "host/viewer/gl_context.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -42,8 +43,8 @@ protected:
             *depth = 0.5f;
             return groupAttr({{"1", groupAttr({{"location", stringAttr("/root/a")}})}});
         });
-        handles.setOption("Enabled", intAttr(1));
-        handles.event(testing_support::mouseEvent("MouseMove", 3, 4));
+        handles.setOption(sorrel::names::kEnabled, intAttr(1));
+        handles.event(sorrel::mouseEvent(sorrel::names::kMouseMove, 3, 4));
         return asked == expected && viewport.dirtyCount() == 1;
     }
 };
@@ -70,7 +71,7 @@ TEST_F(ForeignObjects, AForeignComponentUnderThePluginsNameIsNotCast) {
     Viewport viewport(delegate, kSize, kSize);
     LayerObject& handles = viewport.addPluginLayer(kHandlesName, suiteOf(kHandlesName));
     handles.setup();
-    handles.setOption("Enabled", intAttr(1));
+    handles.setOption(sorrel::names::kEnabled, intAttr(1));
     handles.draw();
     handles.pickerDraw(0, 0, kSize, kSize, AttrRef());
     handles.cleanup();

@@ -10,11 +10,12 @@
 #include <memory>
 #include <string>
 
+#include "host/core/names.h"
 #include "host/viewer/gl_context.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer_stage.h"
 #include "tests/support/light_attributes.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
@@ -44,7 +45,7 @@ AttrRef light(double distance, const std::array<std::uint8_t, 4>& colour) {
 }
 
 AttrRef mouseMove(const PickArea& pixel) {
-    return testing_support::mouseEvent("MouseMove", pixel.x, pixel.y);
+    return sorrel::mouseEvent(sorrel::names::kMouseMove, pixel.x, pixel.y);
 }
 
 class HandlesInViewer : public testing_support::PluginContractTest {
@@ -71,8 +72,10 @@ protected:
         PluginContractTest::TearDown();
     }
 
-    LayerObject& handles() { return *stage->viewport().pluginLayer("BeamwrightCOIHandlesLayer"); }
-    LayerObject& placement() { return *stage->viewport().pluginLayer("BeamwrightLayer"); }
+    LayerObject& handles() { return *stage->viewport().pluginLayer(sorrel::names::kHandlesLayer); }
+    LayerObject& placement() {
+        return *stage->viewport().pluginLayer(sorrel::names::kPlacementLayer);
+    }
     /// A pixel inside the head of the handle whose tip lies on `centreOfInterest`.
     PickArea headOf(const Vec3& centreOfInterest) const {
         PickArea pixel = pixelOfPoint(stage->viewport(), centreOfInterest);
@@ -100,14 +103,14 @@ TEST_F(HandlesInViewer, LightsOfTheSceneAreDrawnPickedHoveredAndFollowed) {
     const PickArea keyHead = headOf({0, 0, 0});
     const PickArea fillHead = headOf({0, 2, 0});
     EXPECT_EQ(drawn().at(keyHead.x, keyHead.y), kNothing) << "the layer starts switched off";
-    EXPECT_EQ(handles().getOption("ViewportLayer.IsUILayer").intValue(), 1);
+    EXPECT_EQ(handles().getOption(sorrel::names::kIsUILayer).intValue(), 1);
     AttrRef untouched = stringAttr("untouched");
     float depth = 2.0f;
     EXPECT_FALSE(handles().pick(keyHead.x, keyHead.y, 1, 1, false, untouched, &depth))
         << "the layer takes part in picking only by drawing";
 
     // The host sets both layers of the plugin through the placement layer.
-    placement().setOption("Enabled", intAttr(1));
+    placement().setOption(sorrel::names::kEnabled, intAttr(1));
     RgbaImage image = drawn();
     EXPECT_EQ(image.at(keyHead.x, keyHead.y), kKeyColour);
     EXPECT_EQ(image.at(fillHead.x, fillHead.y), kFillColour);

@@ -14,19 +14,20 @@
 #include <stdexcept>
 #include <string>
 
+#include "host/core/names.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mesh.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/viewer_faults.h"
 #include "host/viewer_stage.h"
 #include "tests/support/light_attributes.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/plugin_fixture.h"
 
 using namespace sorrel;
-using testing_support::kLeftButton;
-using testing_support::kShift;
-using testing_support::mouseEvent;
+using sorrel::mouseEvent;
+using sorrel::names::kLeftButton;
+using sorrel::names::kShiftModifier;
 
 namespace {
 
@@ -110,10 +111,10 @@ protected:
                              translationMatrix(-3, 2, 0));
         stage.select({kMover});
 
-        LayerObject& handles = *stage.viewport().pluginLayer("BeamwrightCOIHandlesLayer");
-        LayerObject& placement = *stage.viewport().pluginLayer("BeamwrightLayer");
-        placement.setOption("Enabled", intAttr(1));
-        placement.setOption("Mode", stringAttr("Normal"));
+        LayerObject& handles = *stage.viewport().pluginLayer(sorrel::names::kHandlesLayer);
+        LayerObject& placement = *stage.viewport().pluginLayer(sorrel::names::kPlacementLayer);
+        placement.setOption(sorrel::names::kEnabled, intAttr(1));
+        placement.setOption(sorrel::names::kMode, stringAttr("Normal"));
 
         attempt([&] {
             gl->makeCurrent();
@@ -133,21 +134,21 @@ protected:
         });
         attempt([&] {
             const std::uint64_t redraws = stage.viewport().dirtyCount();
-            handles.event(mouseEvent("MouseMove", key.x, key.y));
+            handles.event(mouseEvent(sorrel::names::kMouseMove, key.x, key.y));
             seen.hoverRedrew = stage.viewport().dirtyCount() > redraws;
         });
 
         const PickArea floor = pixelOfPoint(stage.viewport(), kFloorPoint);
         const Matrix before = stage.scene().find(kMover)->local;
         attempt([&] {
-            placement.event(
-                mouseEvent("MouseButtonPress", floor.x, floor.y, {kLeftButton, kLeftButton}));
+            placement.event(mouseEvent(sorrel::names::kMouseButtonPress, floor.x, floor.y,
+                                       {kLeftButton, kLeftButton}));
         });
         seen.moverMoved = stage.scene().find(kMover)->local != before;
         const std::size_t locations = stage.scene().locations().size();
         attempt([&] {
-            placement.event(mouseEvent("MouseButtonPress", floor.x, floor.y,
-                                       {kLeftButton, kLeftButton, kShift}));
+            placement.event(mouseEvent(sorrel::names::kMouseButtonPress, floor.x, floor.y,
+                                       {kLeftButton, kLeftButton, kShiftModifier}));
         });
         seen.packageMade = stage.scene().locations().size() > locations;
         gl->makeCurrent();

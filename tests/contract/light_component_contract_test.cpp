@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/core/names.h"
 #include "host/viewer/viewer_delegate.h"
 #include "tests/support/light_attributes.h"
 #include "tests/support/plugin_fixture.h"
@@ -20,7 +21,8 @@ class LightComponentContract : public testing_support::PluginContractTest {
 protected:
     void SetUp() override {
         PluginContractTest::SetUp();
-        delegate.addComponent("BeamwrightLayerVDC", suiteOf("BeamwrightLayerVDC"));
+        delegate.addComponent(sorrel::names::kLightComponent,
+                              suiteOf(sorrel::names::kLightComponent));
     }
     void TearDown() override {
         delegate.removeComponents();
@@ -28,7 +30,7 @@ protected:
         PluginContractTest::TearDown();
     }
 
-    ComponentObject& component() { return *delegate.component("BeamwrightLayerVDC"); }
+    ComponentObject& component() { return *delegate.component(sorrel::names::kLightComponent); }
     static std::int64_t references() { return AttributeModel::instance().liveReferences(); }
 
     ViewerDelegate delegate;
@@ -52,7 +54,7 @@ TEST_F(LightComponentContract, RecordsAreKeptBelowAKnownParentAndReleasedWithThe
     // USD prims are lent for the call and read in place.
     vrt::Stage stage;
     vrt::Prim key = stage.definePrim(vrt::Path("/World/Key"));
-    key.applyApi(vrt::Token("SorrelUsdLightAPI"));
+    key.applyApi(vrt::Token(sorrel::names::kUsdLightApi));
     EXPECT_FALSE(
         component().usdLocationEvent(/* time = */ 0.0, &key.getPath(), &key, UsdFlags::kPrimAdded));
     delegate.sendUsdSelection({"/World/Key"});

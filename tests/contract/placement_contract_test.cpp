@@ -6,11 +6,12 @@
 
 #include <memory>
 
+#include "host/core/names.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mesh.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/ray_cast.h"
 #include "host/viewer_stage.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/near.h"
 #include "tests/support/plugin_fixture.h"
 
@@ -44,15 +45,14 @@ TEST_F(PlacementInViewer, LeftPressStandsTheSelectedLightOverTheFloorAimingDown)
     stage->delegate().putLocation(kLight, groupAttr({{"type", stringAttr("light")}}),
                                   translationMatrix(3, 4, 0));
     stage->select({kLight});
-    LayerObject& placement = *stage->viewport().pluginLayer("BeamwrightLayer");
-    placement.setOption("Enabled", intAttr(1));
-    placement.setOption("DefaultDistance", doubleAttr(kDistance));
-    placement.setOption("Mode", stringAttr("Normal"));
+    LayerObject& placement = *stage->viewport().pluginLayer(sorrel::names::kPlacementLayer);
+    placement.setOption(sorrel::names::kEnabled, intAttr(1));
+    placement.setOption(sorrel::names::kDefaultDistance, doubleAttr(kDistance));
+    placement.setOption(sorrel::names::kMode, stringAttr("Normal"));
 
-    const testing_support::MouseButtons left = {testing_support::kLeftButton,
-                                                testing_support::kLeftButton};
-    EXPECT_FALSE(
-        placement.event(testing_support::mouseEvent("MouseButtonPress", kPixelX, kPixelY, left)));
+    const sorrel::MouseButtons left = {sorrel::names::kLeftButton, sorrel::names::kLeftButton};
+    EXPECT_FALSE(placement.event(
+        sorrel::mouseEvent(sorrel::names::kMouseButtonPress, kPixelX, kPixelY, left)));
     const Vec3 floorPoint =
         castRay(stage->scene(), *rayThroughPixel(stage->viewport(), kPixelX, kPixelY))->hit.point;
     const Matrix world = *stage->scene().worldTransform(kLight);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "host/core/names.h"
 #include "host/core/plugin_objects.h"
 #include "tests/support/plugin_fixture.h"
 
@@ -29,8 +30,8 @@ protected:
 };
 
 TEST_F(PluginEntry, TableHoldsThreeRowsRebuiltOnEveryCall) {
-    const char* const names[] = {"BeamwrightCOIHandlesLayer", "BeamwrightLayer",
-                                 "BeamwrightLayerVDC"};
+    const char* const names[] = {sorrel::names::kHandlesLayer, sorrel::names::kPlacementLayer,
+                                 sorrel::names::kLightComponent};
     const char* const layer = "ViewportLayerPlugin";
     const char* const apiNames[] = {layer, layer, "ViewerDelegateComponentPlugin"};
     for (int call = 0; call < 2; ++call) {
@@ -100,7 +101,7 @@ TEST_F(PluginEntry, CreateFetchesTheObjectTableAndDestroyReleasesIt) {
 TEST_F(PluginEntry, ComponentEntriesCopyEventsAndSelectionsAndKeepTheReferenceRules) {
     // Every flag bit, a wrongly typed transform and a null attribute group.
     int token = 0;
-    const ComponentObject component(suiteOf("BeamwrightLayerVDC"), &token);
+    const ComponentObject component(suiteOf(sorrel::names::kLightComponent), &token);
     const AttrRef light = groupAttr({{"type", stringAttr("light")}});
     component.locationEvent("/root/world/lgt/a", light, stringAttr("not a transform"), 0xFFFFFFFFu);
     component.locationEvent("/root/world/lgt/b", AttrRef(), AttrRef(), 0);

@@ -5,9 +5,9 @@
 #include <cstdlib>
 
 #include "frame/plugin_object_handle.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "scene/light_component.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
@@ -73,7 +73,7 @@ PixelPosition HandlesLayerGLTest::pixelOf(const sorrel::Vec3& world) const {
 }
 
 void HandlesLayerGLTest::moveTo(const PixelPosition& pixel) const {
-    layer->event(testing_support::mouseEvent("MouseMove", pixel.column, pixel.row));
+    layer->event(sorrel::mouseEvent("MouseMove", pixel.column, pixel.row));
 }
 
 void HandlesLayerGLTest::clearColour() const {

@@ -9,6 +9,7 @@
 
 #include "host/core/attribute_model.h"
 #include "host/core/attribute_ref.h"
+#include "host/core/names.h"
 
 namespace testing_support {
 
@@ -39,7 +40,7 @@ inline sorrel::AttrRef dottedGroup(const AttributeEntries& entries) {
 /// A light with its centre of interest `distance` ahead, and whatever else is given.
 inline sorrel::AttrRef lightAttributes(double distance, AttributeEntries extra = {}) {
     extra.emplace_back("type", sorrel::stringAttr("light"));
-    extra.emplace_back("geometry.centerOfInterest", sorrel::doubleAttr(distance));
+    extra.emplace_back(sorrel::names::kGeometryCenterOfInterest, sorrel::doubleAttr(distance));
     return dottedGroup(extra);
 }
 

@@ -7,6 +7,7 @@
 
 #include "frame/plugin_object_handle.h"
 #include "frame/viewer_delegate_component_suite.h"
+#include "host/core/names.h"
 #include "host/viewer/viewer_delegate.h"
 #include "scene/light_component.h"
 #include "tests/support/unit_host.h"
@@ -27,8 +28,8 @@ protected:
         using namespace Tessera::Sorrel::ViewerAPI;
         UnitTest::SetUp();
         ViewerDelegateComponentPluginBase::setHost(hostRecord());
-        const sorrel::ComponentObject& object =
-            delegate.addComponent("BeamwrightLayerVDC", reinterpret_cast<void* const*>(&suite));
+        const sorrel::ComponentObject& object = delegate.addComponent(
+            sorrel::names::kLightComponent, reinterpret_cast<void* const*>(&suite));
         component = dynamic_cast<BeamwrightLayerVDC*>(static_cast<ViewerDelegateComponent*>(
             pluginInstanceOf(static_cast<const PluginObjectHandle*>(object.handle()))));
         ASSERT_NE(component, nullptr);

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "host/core/names.h"
 #include "host/core/option_id_generator.h"
 #include "host/viewer/host_layer.h"
 #include "host/viewer/manipulator.h"
@@ -49,7 +50,7 @@ public:
 class RecordingManipulator : public sorrel::Manipulator {
 public:
     explicit RecordingManipulator(std::size_t handleCount)
-        : Manipulator("GLBeamwrightManipulator"), handles(handleCount) {}
+        : Manipulator(sorrel::names::kManipulator), handles(handleCount) {}
     std::uint32_t numberOfHandles() const override {
         return static_cast<std::uint32_t>(handles.size());
     }

@@ -15,19 +15,19 @@
 #include "frame/plugin_object_handle.h"
 #include "frame/viewport_layer_suite.h"
 #include "handles/handles_layer.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
 #include "support/environment_flag.h"
 #include "tests/support/light_attributes.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using sorrel::AttrRef;
-using testing_support::kLeftButton;
-using testing_support::kShift;
-using testing_support::MouseButtons;
+using sorrel::MouseButtons;
+using sorrel::names::kLeftButton;
+using sorrel::names::kShiftModifier;
 using testing_support::RecordingLayer;
 using testing_support::strings;
 
@@ -42,7 +42,7 @@ constexpr std::int32_t kPointerY = 40;
 std::uint64_t hashOf(const char* path) { return hashOfText(path).words[0]; }
 
 AttrRef mouse(const char* type, const MouseButtons& state = {}) {
-    return testing_support::mouseEvent(type, kPointerX, kPointerY, state);
+    return sorrel::mouseEvent(type, kPointerX, kPointerY, state);
 }
 
 /// A picking group entry as a light's picker object reads, and a group of one.
@@ -168,7 +168,8 @@ TEST_F(HandlesLayerState, HoverFollowsPlainMovesAndAsksForARedrawOnlyOnChange) {
          false},                                                 // a press keeps the hover
         {mouse("MouseMove", {0, kLeftButton}), 0, true, false},  // a drag ends it
         {mouse("MouseMove"), b, true, true},
-        {mouse("MouseMove", {0, 0, kShift}), 0, true, false},  // so does a move with a modifier
+        {mouse("MouseMove", {0, 0, kShiftModifier}), 0, true,
+         false},  // so does a move with a modifier
         {mouse("MouseMove"), b, true, true},
         {mouse("Leave"), 0, true, false},
         {mouse("Leave"), 0, false, false},

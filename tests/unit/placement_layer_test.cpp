@@ -10,17 +10,17 @@
 
 #include "frame/plugin_object_handle.h"
 #include "frame/viewport_layer_suite.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/viewer_delegate.h"
 #include "host/viewer/viewport.h"
-#include "tests/support/mouse_event.h"
 #include "tests/support/recording_layers.h"
 #include "tests/support/unit_host.h"
 
 using namespace Tessera::Sorrel::ViewerAPI;
 using sorrel::AttrRef;
-using testing_support::kControl;
-using testing_support::kShift;
-using testing_support::MouseButtons;
+using sorrel::MouseButtons;
+using sorrel::names::kControlModifier;
+using sorrel::names::kShiftModifier;
 using testing_support::RecordingLayer;
 using testing_support::RecordingManipulator;
 
@@ -31,7 +31,7 @@ constexpr int kPointerX = 10;
 constexpr int kPointerY = 20;
 
 AttrRef mouse(const char* type, const MouseButtons& state) {
-    return testing_support::mouseEvent(type, kPointerX, kPointerY, state);
+    return sorrel::mouseEvent(type, kPointerX, kPointerY, state);
 }
 
 AttrRef reply(std::vector<float> point, std::vector<float> normal) {
@@ -161,18 +161,18 @@ TEST_F(PlacementLayer, MouseEventsSendModifiersPlacementsAndPackagesByTheTable) 
         bool modifiersSent, lightDataSent, package, result;
     };
     const Row rows[] = {
-        {"MouseButtonPress", 1, 1, kShift, true, false, true, true},
+        {"MouseButtonPress", 1, 1, kShiftModifier, true, false, true, true},
         {"MouseButtonPress", 1, 1, 0, true, true, false, false},
         {"MouseButtonPress", 3, 1, 0, true, true, false, false},
         {"MouseButtonPress", 3, 4, 0, true, false, false, false},
         {"MouseMove", 0, 1, 0, true, true, false, false},
         {"MouseMove", 1, 0, 0, true, true, false, false},
         {"MouseMove", 0, 0, 0, true, false, false, false},
-        {"MouseMove", 0, 1, kShift, true, false, false, false},
-        {"MouseButtonPress", 1, 1, kControl, true, false, false, false},
-        {"MouseButtonPress", 1, 1, kShift | kControl, true, false, false, false},
+        {"MouseMove", 0, 1, kShiftModifier, true, false, false, false},
+        {"MouseButtonPress", 1, 1, kControlModifier, true, false, false, false},
+        {"MouseButtonPress", 1, 1, kShiftModifier | kControlModifier, true, false, false, false},
         {"MouseButtonRelease", 1, 0, 0, false, false, false, false},
-        {"KeyPress", 1, 1, kShift, false, false, false, false},
+        {"KeyPress", 1, 1, kShiftModifier, false, false, false, false},
     };
     enableIn("Normal");
     for (const Row& row : rows) {
@@ -193,7 +193,7 @@ TEST_F(PlacementLayer, MouseEventsSendModifiersPlacementsAndPackagesByTheTable) 
 }
 
 TEST_F(PlacementLayer, DisabledLayerOrMissingDataSendsNothing) {
-    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
+    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", {1, 1, kShiftModifier})));
     enableIn("Normal");
     EXPECT_FALSE(layer->event(sorrel::groupAttr({{"type", sorrel::stringAttr("MouseMove")}})));
     EXPECT_TRUE(manipulator->handles[0].received.empty());
@@ -286,7 +286,7 @@ TEST_F(PlacementLayer, ShiftPressCreatesAPackageAimedAlongThePlacement) {
     layer->setOption("MarquetteNodeName", sorrel::stringAttr("rig"));
     layer->setOption("DefaultShadowFallDistance", sorrel::doubleAttr(2.5));
     snapping->answers = {{"SnappingLayer.PickOnDemand", reply({0, 0, 0}, {0, 1, 0})}};
-    EXPECT_TRUE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
+    EXPECT_TRUE(layer->event(mouse("MouseButtonPress", {1, 1, kShiftModifier})));
     ASSERT_EQ(packages.size(), 1u);
     const AttrRef& package = packages[0];
     EXPECT_EQ(package.describe().substr(0, 78),
@@ -303,7 +303,7 @@ TEST_F(PlacementLayer, ShiftPressCreatesAPackageAimedAlongThePlacement) {
 
     // Nothing under the cursor creates nothing.
     snapping->answers.clear();
-    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", {1, 1, kShift})));
+    EXPECT_FALSE(layer->event(mouse("MouseButtonPress", {1, 1, kShiftModifier})));
     EXPECT_EQ(packages.size(), 1u);
 }
 
@@ -329,7 +329,7 @@ TEST_F(PlacementLayer, CloneMarkerOnlyAtTheStartTakesDistancesFromTheSelection) 
         layer->setOption("PackageClassName", sorrel::stringAttr(c.className));
         packages.clear();
         const std::size_t callsBefore = delegate.methodCalls().size();
-        layer->event(mouse("MouseButtonPress", {1, 1, kShift}));
+        layer->event(mouse("MouseButtonPress", {1, 1, kShiftModifier}));
         ASSERT_EQ(packages.size(), 1u) << c.className;
         EXPECT_EQ(delegate.methodCalls().size() - callsBefore, c.clone ? 2u : 1u) << c.className;
         EXPECT_EQ(packages[0].child("PackageClassName").stringValue(), c.className);

@@ -11,12 +11,13 @@
 
 #include "apps/scene/scene_file.h"
 #include "apps/viewer/light_poses.h"
-#include "apps/viewer/mouse_events.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/attribute_reading.h"
+#include "host/core/names.h"
 #include "host/core/plugin_library.h"
 #include "host/viewer/gl_context.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer_stage.h"
 #include "tests/support/reference_balance.h"
 
@@ -66,8 +67,8 @@ protected:
     }
 
     void pressAt(int x, int y, int modifiers = 0) {
-        session->sendEvent(leftPress(x, y, modifiers));
-        session->sendEvent(leftRelease(x, y));
+        session->sendEvent(sorrel::leftPress(x, y, modifiers));
+        session->sendEvent(sorrel::leftRelease(x, y));
     }
 
     LightPose key() { return lightPoses(session->stage().scene()).at(kKey); }
@@ -104,7 +105,7 @@ TEST_F(LayerOptionsInASession, EachChangedOptionReachesTheLayersAndNothingElseIs
     wanted.packageClassName = "RigPackage";
     change(wanted);
     const LightPoses lights = lightPoses(session->stage().scene());
-    pressAt(kWidth / 2, kHeight / 2, kShiftModifier);
+    pressAt(kWidth / 2, kHeight / 2, sorrel::names::kShiftModifier);
     const std::vector<std::string> added = newLights(lights, lightPoses(session->stage().scene()));
     ASSERT_EQ(added.size(), 1u);
     const sorrel::Location* package =

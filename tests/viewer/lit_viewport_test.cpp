@@ -11,12 +11,12 @@
 #include <memory>
 
 #include "apps/scene/scene_file.h"
-#include "apps/viewer/mouse_events.h"
 #include "apps/viewer/tour.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/plugin_library.h"
 #include "host/render/scene_renderer.h"
 #include "host/viewer/gl_context.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/ray_cast.h"
 #include "host/viewer_stage.h"
@@ -112,8 +112,8 @@ protected:
     }
 
     void pressAt(int x, int y) {
-        session->sendEvent(leftPress(x, y));
-        session->sendEvent(leftRelease(x, y));
+        session->sendEvent(sorrel::leftPress(x, y));
+        session->sendEvent(sorrel::leftRelease(x, y));
     }
 
     static inline std::unique_ptr<sorrel::GLContext> context;

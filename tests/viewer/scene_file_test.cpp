@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "apps/viewer/scene_setup.h"
+#include "host/core/names.h"
 #include "host/viewer/scene_light.h"
 #include "host/viewer_stage.h"
 #include "tests/support/near.h"
@@ -72,7 +73,9 @@ TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
     EXPECT_EQ(scene.camera.fovDegrees, 35.0);
     EXPECT_EQ(scene.tour.pressByMode.at("Face - Center"), (Pixel{200, 150}));
     const std::vector<std::pair<std::string, OptionValue>> options = {
-        {"DefaultDistance", 4.0}, {"Enabled", 1}, {"Mode", std::string("Normal")}};
+        {sorrel::names::kDefaultDistance, 4.0},
+        {sorrel::names::kEnabled, 1},
+        {sorrel::names::kMode, std::string("Normal")}};
     EXPECT_EQ(scene.options, options);
 
     sorrel::ViewerStage stage(320, 240, scene.camera.eye, scene.camera.target);
@@ -98,8 +101,8 @@ TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
     const auto usd = usdSceneLights(scene);
     ASSERT_EQ(usd.size(), 1u);
     EXPECT_TRUE(near(usd[0].position, {0, 5, -5}, kTolerance));
-    EXPECT_TRUE(
-        usdStage.getPrim(vrt::Path("/World/Lights/Bounce")).hasApi(vrt::Token(kUsdLightApi)));
+    EXPECT_TRUE(usdStage.getPrim(vrt::Path("/World/Lights/Bounce"))
+                    .hasApi(vrt::Token(sorrel::names::kUsdLightApi)));
 
     const auto& meshes = stage.scene().meshes();
     EXPECT_NEAR(meshes.at("ball").material.shininess, sorrel::shininessOfRoughness(0.1), 1e-9);

@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "apps/scene/scene_file.h"
+#include "apps/window/window_layout.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/rgba_image.h"
 #include "host/viewer/scene_light.h"
@@ -32,18 +33,17 @@
 #include "tests/window/xvfb_display.h"
 
 using sorrel::Vec3;
+using viewer::kPanelWidth;
+using viewer::kWindowTitle;
 using window_testing::ChildProcess;
 using window_testing::XvfbDisplay;
 
 namespace {
 
-constexpr const char* kWindowTitle = "Beamwright viewer";
 constexpr const char* kKeyLight = "/root/world/lgt/key";
 constexpr const char* kFillLight = "/root/world/lgt/fill";
 /// Long enough for a slow, shared machine; only a hang runs into it.
 constexpr std::chrono::seconds kPatience{30};
-/// The panel's width beside the viewport, pixels.
-constexpr int kPanelWidth = 330;
 /// What the studio scene sets.
 constexpr double kDefaultDistance = 4.0;
 /// World units between the faceted sphere and the round one it stands for.
