@@ -46,15 +46,6 @@ constexpr double kDollyStepsPerPixel = 0.02;
 constexpr double kMillisecondsPerSecond = 1000.0;
 constexpr std::uint8_t kOpaque = 255;
 
-/// What a press in the window started; it lasts until every button is up.
-/// The camera's gestures and a press on a handle go no further; "Plugin"
-/// hands the press, the moves and the releases on to the plugin's layers.
-enum class Gesture { None, Panel, Orbit, Pan, Dolly, Select, Plugin };
-
-bool isCameraGesture(Gesture gesture) {
-    return gesture == Gesture::Orbit || gesture == Gesture::Pan || gesture == Gesture::Dolly;
-}
-
 std::set<std::string> usdLightPaths(const SceneDescription& scene) {
     std::set<std::string> paths;
     for (const LightDescription& light : scene.usdLights) paths.insert(light.path);
@@ -72,406 +63,352 @@ std::string numbered(const std::string& folder, int number) {
     return folder + name;
 }
 
-class WindowViewer {
-public:
-    WindowViewer(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
-                 WindowSettings settings, std::FILE* report)
-        : window_(scene.camera.width + kPanelWidth, scene.camera.height,
-                  std::string(kWindowTitle) + " - " + scene.file),
-          session_(scene, plugin, window_),
-          report_(report),
-          settings_(std::move(settings)),
-          usdLights_(usdLightPaths(scene)),
-          options_(layerOptionsAfter(scene.options)) {
-        const CameraDescription& camera = scene.camera;
-        camera_ = orbitCameraLookingAt(camera.eye, camera.target, camera.fovDegrees);
-        applyCamera();
-        session_.picking().observePasses(
-            [this](const sorrel::PickPass& pass) { observePickingPass(pass); });
-        installCallbacks();
-        // After the window's callbacks: ImGui's call them before its own.
-        panel_ = std::make_unique<PanelContext>(window_.handle());
-    }
-
-    ~WindowViewer() {
-        window_.makeCurrent();
-        panel_.reset();
-    }
-
-    void run() {
-        drawFrame();
-        report_.ready(viewport().width, viewport().height);
-        GLFWwindow* const window = window_.handle();
-        while (glfwWindowShouldClose(window) == GLFW_FALSE) {
-            if (framesToDraw_ > 0)
-                glfwPollEvents();
-            else
-                glfwWaitEvents();
-            if (framesToDraw_ > 0) {
-                drawFrame();
-                --framesToDraw_;
-            }
-        }
-        report_.quit();
-    }
-
-private:
-    sorrel::Viewport& viewport() { return session_.viewport(); }
-    sorrel::Scene& scene() { return session_.stage().scene(); }
-
-    // ---- GLFW's callbacks ----
-
-    static WindowViewer& of(GLFWwindow* window) {
-        return *static_cast<WindowViewer*>(glfwGetWindowUserPointer(window));
-    }
-
-    void installCallbacks() {
-        GLFWwindow* const window = window_.handle();
-        glfwSetWindowUserPointer(window, this);
-        glfwSetCursorPosCallback(
-            window, [](GLFWwindow* w, double x, double y) { of(w).pointerMoved(x, y); });
-        glfwSetMouseButtonCallback(window, [](GLFWwindow* w, int button, int action, int mods) {
-            of(w).buttonChanged(button, action, mods);
-        });
-        glfwSetScrollCallback(window,
-                              [](GLFWwindow* w, double, double y) { of(w).wheelTurned(y); });
-        glfwSetKeyCallback(window, [](GLFWwindow* w, int key, int, int action, int) {
-            of(w).keyPressed(key, action);
-        });
-        glfwSetCursorEnterCallback(window, [](GLFWwindow* w, int entered) {
-            if (entered == GLFW_FALSE) of(w).pointerLeft();
-        });
-        glfwSetFramebufferSizeCallback(
-            window, [](GLFWwindow* w, int width, int height) { of(w).resized(width, height); });
-        glfwSetWindowRefreshCallback(window, [](GLFWwindow* w) { of(w).wake(); });
-    }
-
-    void wake() { framesToDraw_ = kSettleFrames; }
-
-    Pixel pointerPixel() const {
-        return {static_cast<int>(std::floor(pointerX_)), static_cast<int>(std::floor(pointerY_))};
-    }
-
-    bool inViewport(const Pixel& pixel) {
-        return pixel[0] >= 0 && pixel[1] >= 0 && pixel[0] < viewport().width &&
-               pixel[1] < viewport().height;
-    }
-
-    /// The modifier keys held now; GLFW tells them with buttons and keys only.
-    int modifiersHeld() const {
-        GLFWwindow* const window = window_.handle();
-        const auto held = [window](int left, int right) {
-            return glfwGetKey(window, left) == GLFW_PRESS ||
-                   glfwGetKey(window, right) == GLFW_PRESS;
-        };
-        int mods = 0;
-        if (held(GLFW_KEY_LEFT_SHIFT, GLFW_KEY_RIGHT_SHIFT)) mods |= GLFW_MOD_SHIFT;
-        if (held(GLFW_KEY_LEFT_CONTROL, GLFW_KEY_RIGHT_CONTROL)) mods |= GLFW_MOD_CONTROL;
-        if (held(GLFW_KEY_LEFT_ALT, GLFW_KEY_RIGHT_ALT)) mods |= GLFW_MOD_ALT;
-        return hostModifiers(mods);
-    }
-
-    void pointerMoved(double x, double y) {
-        const double dx = x - pointerX_;
-        const double dy = y - pointerY_;
-        pointerX_ = x;
-        pointerY_ = y;
-        wake();
-        const Pixel pixel = pointerPixel();
-        switch (gesture_) {
-            case Gesture::Orbit:
-                return moveCamera(orbited(camera_, dx, dy));
-            case Gesture::Pan:
-                return moveCamera(panned(camera_, dx, dy, viewport().height));
-            case Gesture::Dolly:
-                return moveCamera(dollied(camera_, (dx - dy) * kDollyStepsPerPixel));
-            case Gesture::Panel:
-            case Gesture::Select:
-                return;
-            case Gesture::Plugin:
-                return sendToPlugin(names::kMouseMove, pixel, names::kNoButton, modifiersHeld());
-            case Gesture::None:
-                break;
-        }
-        if (inViewport(pixel)) {
-            sendToPlugin(names::kMouseMove, pixel, names::kNoButton, modifiersHeld());
-            pointerInside_ = true;
-        } else if (pointerInside_) {
-            pointerLeft();
-        }
-    }
-
-    void pointerLeft() {
-        wake();
-        if (!pointerInside_) return;
-        pointerInside_ = false;
-        sendToPlugin(names::kLeave, pointerPixel(), names::kNoButton, 0);
-    }
-
-    void buttonChanged(int glfwButton, int action, int glfwMods) {
-        const int button = hostButton(glfwButton);
-        if (button == names::kNoButton) return;
-        wake();
-        const Pixel pixel = pointerPixel();
-        const int modifiers = hostModifiers(glfwMods);
-        if (action == GLFW_PRESS) {
-            buttons_ |= button;
-            if (gesture_ == Gesture::None)
-                gesture_ = startGesture(pixel, button, modifiers);
-            else if (gesture_ == Gesture::Plugin)
-                sendToPlugin(names::kMouseButtonPress, pixel, button, modifiers);
-        } else if (action == GLFW_RELEASE) {
-            buttons_ &= ~button;
-            if (gesture_ == Gesture::Plugin)
-                sendToPlugin(names::kMouseButtonRelease, pixel, button, modifiers);
-            if (buttons_ == 0) {
-                if (isCameraGesture(gesture_)) report_.camera(eyeOf(camera_), camera_.target);
-                gesture_ = Gesture::None;
-            }
-        }
-    }
-
-    Gesture startGesture(const Pixel& pixel, int button, int modifiers) {
-        if (!inViewport(pixel)) return Gesture::Panel;
-        if ((modifiers & names::kAltModifier) != 0) {
-            if (button == names::kLeftButton) return Gesture::Orbit;
-            if (button == names::kMiddleButton) return Gesture::Pan;
-            return Gesture::Dolly;
-        }
-        if (button == names::kLeftButton && modifiers == 0 && selectHandleAt(pixel))
-            return Gesture::Select;
-        sendToPlugin(names::kMouseButtonPress, pixel, button, modifiers);
-        return Gesture::Plugin;
-    }
-
-    void wheelTurned(double steps) {
-        wake();
-        if (gesture_ == Gesture::None && inViewport(pointerPixel())) {
-            moveCamera(dollied(camera_, steps));
-            report_.camera(eyeOf(camera_), camera_.target);
-        }
-    }
-
-    void keyPressed(int key, int action) {
-        wake();
-        if (action != GLFW_PRESS || panel_->typing()) return;
-        if (const std::optional<std::size_t> mode = modeOfKey(key)) {
-            LayerOptions chosen = options_;
-            chosen.mode = kPlacementModes[*mode].label;
-            setOptions(chosen);
-        } else if (key == GLFW_KEY_F) {
-            moveCamera(framed(camera_, framingPoints(),
-                              static_cast<double>(viewport().width) / viewport().height));
-            report_.camera(eyeOf(camera_), camera_.target);
-        } else if (key == GLFW_KEY_F12) {
-            screenshotWanted_ = true;
-        } else if (key == GLFW_KEY_ESCAPE) {
-            glfwSetWindowShouldClose(window_.handle(), GLFW_TRUE);
-        }
-    }
-
-    void resized(int width, int height) {
-        wake();
-        if (width <= 0 || height <= 0) return;  // minimised
-        sorrel::Viewport& view = viewport();
-        view.width = std::max(width - kPanelWidth, 1);
-        view.height = height;
-        applyCamera();
-        view.forEachPluginLayer(
-            [&view](sorrel::LayerObject& layer) { layer.resize(view.width, view.height); });
-        report_.viewport(view.width, view.height);
-    }
-
-    // ---- what input does ----
-
-    /// Hands one mouse event to the plugin's layers and reports what it did
-    /// to the lights and to the hover.
-    void sendToPlugin(const std::string& type, const Pixel& pixel, int button, int modifiers) {
-        // A plain move places nothing, so only other events compare the lights' poses.
-        const bool mayPlace = type != names::kMouseMove || buttons_ != 0;
-        const bool followsPointer = type == names::kMouseMove || type == names::kLeave;
-        sorrel::SnappingLayer& snapping = session_.stage().snappingLayer();
-        snapping.forgetAnswer();
-        const LightPoses before = mayPlace ? lightPoses(scene()) : LightPoses();
-        handlesPick_.reset();
-
-        session_.sendEvent(
-            sorrel::mouseEvent(type.c_str(), pixel[0], pixel[1], {button, buttons_, modifiers}));
-
-        if (followsPointer) setHovered(handlesPick_.value_or(""));
-        if (!mayPlace) return;
-        const LightPoses after = lightPoses(scene());
-        for (const std::string& path : movedLights(before, after))
-            report_.placed(path, pixel, snapping.lastAnswer(), after.at(path));
-        for (const std::string& path : newLights(before, after)) report_.package(path);
-    }
-
-    /// Times the handles layer's passes; and of a pass the handles layer
-    /// asked for alone, as it does to find the light under the pointer,
-    /// keeps the light it found.
-    void observePickingPass(const sorrel::PickPass& pass) {
-        const sorrel::LayerObject* const handles = &session_.handlesLayer();
-        if (std::find(pass.layers.begin(), pass.layers.end(), handles) == pass.layers.end()) return;
-        pickMilliseconds_ = pass.seconds * kMillisecondsPerSecond;
-        if (pass.layers.size() != 1) return;
-        std::string found;
-        for (const sorrel::PickHit& hit : pass.hits)
-            if (const auto location = locationOf(hit)) found = *location;
-        handlesPick_ = found;
-    }
-
-    void setHovered(const std::string& path) {
-        if (path == hovered_) return;
-        hovered_ = path;
-        report_.hovered(path);
-    }
-
-    /// Selects the light whose handle lies under `pixel`, nearest first;
-    /// false when none does. A selected light shows the manipulator's marker
-    /// instead of its handle, so a press there goes on to the placement.
-    bool selectHandleAt(const Pixel& pixel) {
-        std::optional<std::string> nearest;
-        float nearestDepth = 0.0f;
-        for (const sorrel::PickHit& hit : session_.picking().pickAll({pixel[0], pixel[1]})) {
-            const auto location = locationOf(hit);
-            if (!location || isSelected(*location) || (nearest && hit.depth >= nearestDepth))
-                continue;
-            nearest = *location;
-            nearestDepth = hit.depth;
-        }
-        if (!nearest) return false;
-        select(*nearest);
-        return true;
-    }
-
-    bool isSelected(const std::string& path) {
-        if (std::count(usdSelection_.begin(), usdSelection_.end(), path) != 0) return true;
-        const sorrel::Location* const location = scene().find(path);
-        return location != nullptr && location->selected;
-    }
-
-    /// Makes `path` the one selected light: a location, or a USD prim's light.
-    void select(const std::string& path) {
-        const bool usd = usdLights_.count(path) != 0;
-        session_.stage().select(usd ? std::vector<std::string>{} : std::vector<std::string>{path});
-        usdSelection_ = usd ? std::vector<std::string>{path} : std::vector<std::string>{};
-        session_.stage().delegate().sendUsdSelection(usdSelection_);
-        report_.selected(path);
-    }
-
-    /// Sets each option that differs from what the layers hold, as the host does.
-    void setOptions(const LayerOptions& wanted) {
-        const std::vector<NamedOption> changes = optionChanges(options_, wanted);
-        setLayerOptions(session_.placementLayer(), changes);
-        for (const auto& [name, value] : changes) report_.option(name, value);
-        options_ = wanted;
-    }
-
-    void moveCamera(const OrbitCamera& camera) {
-        camera_ = camera;
-        applyCamera();
-    }
-
-    void applyCamera() {
-        const sorrel::Vec3 eye = eyeOf(camera_);
-        const double eyeXyz[3] = {eye.x, eye.y, eye.z};
-        const double targetXyz[3] = {camera_.target.x, camera_.target.y, camera_.target.z};
-        viewport().lookAt(eyeXyz, targetXyz, camera_.fovDegrees);
-    }
-
-    /// Every light and the point it aims at; the meshes' centres when there is no light.
-    std::vector<sorrel::Vec3> framingPoints() {
-        std::vector<sorrel::Vec3> points;
-        for (const sorrel::SceneLight& light : session_.lights()) {
-            points.push_back(light.position);
-            points.push_back(light.position + light.direction * light.centerOfInterest);
-        }
-        if (points.empty())
-            for (const auto& entry : session_.stage().scene().meshes())
-                points.push_back(entry.second.boundsCentre());
-        return points;
-    }
-
-    // ---- a frame ----
-
-    PanelInfo panelInfo() {
-        PanelInfo info;
-        for (const sorrel::SceneLight& light : session_.lights()) {
-            info.lights.push_back(
-                {light.path, isSelected(light.path), usdLights_.count(light.path) != 0});
-        }
-        info.hovered = hovered_;
-        info.drawMilliseconds = drawMilliseconds_;
-        info.pickMilliseconds = pickMilliseconds_;
-        return info;
-    }
-
-    void drawFrame() {
-        window_.makeCurrent();
-        const auto [width, height] = window_.framebufferSize();
-        panel_->newFrame();
-        LayerOptions edited = options_;
-        const PanelArea area{static_cast<float>(viewport().width),
-                             static_cast<float>(width - viewport().width),
-                             static_cast<float>(height)};
-        const std::optional<std::string> clicked = drawViewerPanel(edited, panelInfo(), area);
-        setOptions(edited);
-        if (clicked) select(*clicked);
-
-        const sorrel::LayerObject* const handles = &session_.handlesLayer();
-        session_.drawFrame([this, handles](const sorrel::LayerObject& layer, double seconds) {
-            if (&layer == handles) drawMilliseconds_ = seconds * kMillisecondsPerSecond;
-        });
-        glViewport(0, 0, width, height);
-        panel_->render();
-        if (screenshotWanted_) saveScreenshot(width, height);
-        glfwSwapBuffers(window_.handle());
-    }
-
-    void saveScreenshot(int width, int height) {
-        screenshotWanted_ = false;
-        const std::string file = numbered(settings_.shotsFolder, ++screenshots_);
-        sorrel::RgbaImage picture = sorrel::readColourBuffer(width, height);
-        // A window shows no transparency, whatever its alpha channel holds.
-        for (std::size_t i = sorrel::RgbaImage::kChannels - 1; i < picture.pixels.size();
-             i += sorrel::RgbaImage::kChannels)
-            picture.pixels[i] = kOpaque;
-        if (sorrel::writePng(file, picture))
-            report_.screenshot(file);
-        else
-            std::fprintf(stderr, "beamwright-viewer: could not write %s\n", file.c_str());
-    }
-
-    // Declared first, destroyed last: everything after it holds GL objects of its context.
-    GlfwWindow window_;
-    ViewerSession session_;
-    std::unique_ptr<PanelContext> panel_;
-    const WindowReport report_;
-    const WindowSettings settings_;
-    const std::set<std::string> usdLights_;
-
-    OrbitCamera camera_;
-    LayerOptions options_;
-    std::vector<std::string> usdSelection_;
-
-    Gesture gesture_ = Gesture::None;
-    int buttons_ = 0;  // bits of the buttons held, as events carry them
-    double pointerX_ = 0.0;
-    double pointerY_ = 0.0;
-    bool pointerInside_ = false;
-
-    std::string hovered_;
-    /// What the handles layer's own pick found during the event being handed on.
-    std::optional<std::string> handlesPick_;
-    std::optional<double> drawMilliseconds_;
-    std::optional<double> pickMilliseconds_;
-
-    int framesToDraw_ = 0;
-    bool screenshotWanted_ = false;
-    int screenshots_ = 0;
-};
-
 }  // namespace
+
+WindowViewer::WindowViewer(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
+                           WindowSettings settings, std::FILE* report)
+    : window_(scene.camera.width + kPanelWidth, scene.camera.height,
+              std::string(kWindowTitle) + " - " + scene.file),
+      session_(scene, plugin, window_),
+      report_(report),
+      settings_(std::move(settings)),
+      usdLights_(usdLightPaths(scene)),
+      options_(layerOptionsAfter(scene.options)) {
+    const CameraDescription& camera = scene.camera;
+    camera_ = orbitCameraLookingAt(camera.eye, camera.target, camera.fovDegrees);
+    applyCamera();
+    session_.picking().observePasses(
+        [this](const sorrel::PickPass& pass) { observePickingPass(pass); });
+    installCallbacks();
+    // After the window's callbacks: ImGui's call them before its own.
+    panel_ = std::make_unique<PanelContext>(window_.handle());
+}
+
+WindowViewer::~WindowViewer() {
+    window_.makeCurrent();
+    panel_.reset();
+}
+
+void WindowViewer::run() {
+    drawFrame();
+    report_.ready(viewport().width, viewport().height);
+    GLFWwindow* const window = window_.handle();
+    while (glfwWindowShouldClose(window) == GLFW_FALSE) {
+        if (framesToDraw_ > 0)
+            glfwPollEvents();
+        else
+            glfwWaitEvents();
+        if (framesToDraw_ > 0) {
+            drawFrame();
+            --framesToDraw_;
+        }
+    }
+    report_.quit();
+}
+
+sorrel::Viewport& WindowViewer::viewport() { return session_.viewport(); }
+
+sorrel::Scene& WindowViewer::scene() { return session_.stage().scene(); }
+
+WindowViewer& WindowViewer::of(GLFWwindow* window) {
+    return *static_cast<WindowViewer*>(glfwGetWindowUserPointer(window));
+}
+
+void WindowViewer::installCallbacks() {
+    GLFWwindow* const window = window_.handle();
+    glfwSetWindowUserPointer(window, this);
+    glfwSetCursorPosCallback(window,
+                             [](GLFWwindow* w, double x, double y) { of(w).pointerMoved(x, y); });
+    glfwSetMouseButtonCallback(window, [](GLFWwindow* w, int button, int action, int mods) {
+        of(w).buttonChanged(button, action, mods);
+    });
+    glfwSetScrollCallback(window, [](GLFWwindow* w, double, double y) { of(w).wheelTurned(y); });
+    glfwSetKeyCallback(window, [](GLFWwindow* w, int key, int, int action, int) {
+        of(w).keyPressed(key, action);
+    });
+    glfwSetCursorEnterCallback(window, [](GLFWwindow* w, int entered) {
+        if (entered == GLFW_FALSE) of(w).pointerLeft();
+    });
+    glfwSetFramebufferSizeCallback(
+        window, [](GLFWwindow* w, int width, int height) { of(w).resized(width, height); });
+    glfwSetWindowRefreshCallback(window, [](GLFWwindow* w) { of(w).wake(); });
+}
+
+void WindowViewer::wake() { framesToDraw_ = kSettleFrames; }
+
+Pixel WindowViewer::pointerPixel() const {
+    return {static_cast<int>(std::floor(pointerX_)), static_cast<int>(std::floor(pointerY_))};
+}
+
+InputState WindowViewer::inputState() {
+    return {gesture_, inViewport(pointerPixel()), pointerInside_};
+}
+
+bool WindowViewer::inViewport(const Pixel& pixel) {
+    return pixel[0] >= 0 && pixel[1] >= 0 && pixel[0] < viewport().width &&
+           pixel[1] < viewport().height;
+}
+
+/// The modifier keys held now; GLFW tells them with buttons and keys only.
+int WindowViewer::modifiersHeld() const {
+    GLFWwindow* const window = window_.handle();
+    const auto held = [window](int left, int right) {
+        return glfwGetKey(window, left) == GLFW_PRESS || glfwGetKey(window, right) == GLFW_PRESS;
+    };
+    int mods = 0;
+    if (held(GLFW_KEY_LEFT_SHIFT, GLFW_KEY_RIGHT_SHIFT)) mods |= GLFW_MOD_SHIFT;
+    if (held(GLFW_KEY_LEFT_CONTROL, GLFW_KEY_RIGHT_CONTROL)) mods |= GLFW_MOD_CONTROL;
+    if (held(GLFW_KEY_LEFT_ALT, GLFW_KEY_RIGHT_ALT)) mods |= GLFW_MOD_ALT;
+    return hostModifiers(mods);
+}
+
+void WindowViewer::pointerMoved(double x, double y) {
+    const double dx = x - pointerX_;
+    const double dy = y - pointerY_;
+    pointerX_ = x;
+    pointerY_ = y;
+    wake();
+    switch (routeMove(inputState())) {
+        case MoveAction::Orbit:
+            return moveCamera(orbited(camera_, dx, dy));
+        case MoveAction::Pan:
+            return moveCamera(panned(camera_, dx, dy, viewport().height));
+        case MoveAction::Dolly:
+            return moveCamera(dollied(camera_, (dx - dy) * kDollyStepsPerPixel));
+        case MoveAction::SendMove:
+            sendToPlugin(names::kMouseMove, pointerPixel(), names::kNoButton, modifiersHeld());
+            if (gesture_ == Gesture::None) pointerInside_ = true;
+            return;
+        case MoveAction::SendLeave:
+            return pointerLeft();
+        case MoveAction::Nothing:
+            return;
+    }
+}
+
+void WindowViewer::pointerLeft() {
+    wake();
+    if (!pointerInside_) return;
+    pointerInside_ = false;
+    sendToPlugin(names::kLeave, pointerPixel(), names::kNoButton, 0);
+}
+
+void WindowViewer::buttonChanged(int glfwButton, int action, int glfwMods) {
+    const int button = hostButton(glfwButton);
+    if (button == names::kNoButton) return;
+    wake();
+    const Pixel pixel = pointerPixel();
+    const int modifiers = hostModifiers(glfwMods);
+    const InputState state = inputState();
+    if (action == GLFW_PRESS) {
+        buttons_ |= button;
+        std::optional<std::string> handle;
+        if (pressAsksForHandle(state, button, modifiers)) handle = unselectedHandleAt(pixel);
+        const PressRoute route = routePress(state, button, modifiers, handle.has_value());
+        gesture_ = route.gesture;
+        if (handle && route.gesture == Gesture::Select) select(*handle);
+        if (route.toPlugin) sendToPlugin(names::kMouseButtonPress, pixel, button, modifiers);
+    } else if (action == GLFW_RELEASE) {
+        buttons_ &= ~button;
+        if (releaseGoesToPlugin(state))
+            sendToPlugin(names::kMouseButtonRelease, pixel, button, modifiers);
+        if (buttons_ == 0) {
+            if (isCameraGesture(gesture_)) report_.camera(eyeOf(camera_), camera_.target);
+            gesture_ = Gesture::None;
+        }
+    }
+}
+
+void WindowViewer::wheelTurned(double steps) {
+    wake();
+    if (wheelDollies(inputState())) {
+        moveCamera(dollied(camera_, steps));
+        report_.camera(eyeOf(camera_), camera_.target);
+    }
+}
+
+void WindowViewer::keyPressed(int key, int action) {
+    wake();
+    if (action != GLFW_PRESS || panel_->typing()) return;
+    if (const std::optional<std::size_t> mode = modeOfKey(key)) {
+        LayerOptions chosen = options_;
+        chosen.mode = kPlacementModes[*mode].label;
+        setOptions(chosen);
+    } else if (key == GLFW_KEY_F) {
+        moveCamera(framed(camera_, framingPoints(),
+                          static_cast<double>(viewport().width) / viewport().height));
+        report_.camera(eyeOf(camera_), camera_.target);
+    } else if (key == GLFW_KEY_F12) {
+        screenshotWanted_ = true;
+    } else if (key == GLFW_KEY_ESCAPE) {
+        glfwSetWindowShouldClose(window_.handle(), GLFW_TRUE);
+    }
+}
+
+void WindowViewer::resized(int width, int height) {
+    wake();
+    if (width <= 0 || height <= 0) return;  // minimised
+    sorrel::Viewport& view = viewport();
+    view.width = std::max(width - kPanelWidth, 1);
+    view.height = height;
+    applyCamera();
+    view.forEachPluginLayer(
+        [&view](sorrel::LayerObject& layer) { layer.resize(view.width, view.height); });
+    report_.viewport(view.width, view.height);
+}
+
+/// Hands one mouse event to the plugin's layers and reports what it did
+/// to the lights and to the hover.
+void WindowViewer::sendToPlugin(const std::string& type, const Pixel& pixel, int button,
+                                int modifiers) {
+    // A plain move places nothing, so only other events compare the lights' poses.
+    const bool mayPlace = type != names::kMouseMove || buttons_ != 0;
+    const bool followsPointer = type == names::kMouseMove || type == names::kLeave;
+    sorrel::SnappingLayer& snapping = session_.stage().snappingLayer();
+    snapping.forgetAnswer();
+    const LightPoses before = mayPlace ? lightPoses(scene()) : LightPoses();
+    handlesPick_.reset();
+
+    session_.sendEvent(
+        sorrel::mouseEvent(type.c_str(), pixel[0], pixel[1], {button, buttons_, modifiers}));
+
+    if (followsPointer) setHovered(handlesPick_.value_or(""));
+    if (!mayPlace) return;
+    const LightPoses after = lightPoses(scene());
+    for (const std::string& path : movedLights(before, after))
+        report_.placed(path, pixel, snapping.lastAnswer(), after.at(path));
+    for (const std::string& path : newLights(before, after)) report_.package(path);
+}
+
+/// Times the handles layer's passes; and of a pass the handles layer
+/// asked for alone, as it does to find the light under the pointer,
+/// keeps the light it found.
+void WindowViewer::observePickingPass(const sorrel::PickPass& pass) {
+    const sorrel::LayerObject* const handles = &session_.handlesLayer();
+    if (std::find(pass.layers.begin(), pass.layers.end(), handles) == pass.layers.end()) return;
+    pickMilliseconds_ = pass.seconds * kMillisecondsPerSecond;
+    if (pass.layers.size() != 1) return;
+    std::string found;
+    for (const sorrel::PickHit& hit : pass.hits)
+        if (const auto location = locationOf(hit)) found = *location;
+    handlesPick_ = found;
+}
+
+void WindowViewer::setHovered(const std::string& path) {
+    if (path == hovered_) return;
+    hovered_ = path;
+    report_.hovered(path);
+}
+
+/// Selects the light whose handle lies under `pixel`, nearest first;
+/// false when none does. A selected light shows the manipulator's marker
+/// instead of its handle, so a press there goes on to the placement.
+std::optional<std::string> WindowViewer::unselectedHandleAt(const Pixel& pixel) {
+    std::optional<std::string> nearest;
+    float nearestDepth = 0.0f;
+    for (const sorrel::PickHit& hit : session_.picking().pickAll({pixel[0], pixel[1]})) {
+        const auto location = locationOf(hit);
+        if (!location || isSelected(*location) || (nearest && hit.depth >= nearestDepth)) continue;
+        nearest = *location;
+        nearestDepth = hit.depth;
+    }
+    return nearest;
+}
+
+bool WindowViewer::isSelected(const std::string& path) {
+    if (std::count(usdSelection_.begin(), usdSelection_.end(), path) != 0) return true;
+    const sorrel::Location* const location = scene().find(path);
+    return location != nullptr && location->selected;
+}
+
+/// Makes `path` the one selected light: a location, or a USD prim's light.
+void WindowViewer::select(const std::string& path) {
+    const bool usd = usdLights_.count(path) != 0;
+    session_.stage().select(usd ? std::vector<std::string>{} : std::vector<std::string>{path});
+    usdSelection_ = usd ? std::vector<std::string>{path} : std::vector<std::string>{};
+    session_.stage().delegate().sendUsdSelection(usdSelection_);
+    report_.selected(path);
+}
+
+/// Sets each option that differs from what the layers hold, as the host does.
+void WindowViewer::setOptions(const LayerOptions& wanted) {
+    const std::vector<NamedOption> changes = optionChanges(options_, wanted);
+    setLayerOptions(session_.placementLayer(), changes);
+    for (const auto& [name, value] : changes) report_.option(name, value);
+    options_ = wanted;
+}
+
+void WindowViewer::moveCamera(const OrbitCamera& camera) {
+    camera_ = camera;
+    applyCamera();
+}
+
+void WindowViewer::applyCamera() {
+    const sorrel::Vec3 eye = eyeOf(camera_);
+    const double eyeXyz[3] = {eye.x, eye.y, eye.z};
+    const double targetXyz[3] = {camera_.target.x, camera_.target.y, camera_.target.z};
+    viewport().lookAt(eyeXyz, targetXyz, camera_.fovDegrees);
+}
+
+/// Every light and the point it aims at; the meshes' centres when there is no light.
+std::vector<sorrel::Vec3> WindowViewer::framingPoints() {
+    std::vector<sorrel::Vec3> points;
+    for (const sorrel::SceneLight& light : session_.lights()) {
+        points.push_back(light.position);
+        points.push_back(light.position + light.direction * light.centerOfInterest);
+    }
+    if (points.empty())
+        for (const auto& entry : session_.stage().scene().meshes())
+            points.push_back(entry.second.boundsCentre());
+    return points;
+}
+
+PanelInfo WindowViewer::panelInfo() {
+    PanelInfo info;
+    for (const sorrel::SceneLight& light : session_.lights()) {
+        info.lights.push_back(
+            {light.path, isSelected(light.path), usdLights_.count(light.path) != 0});
+    }
+    info.hovered = hovered_;
+    info.drawMilliseconds = drawMilliseconds_;
+    info.pickMilliseconds = pickMilliseconds_;
+    return info;
+}
+
+void WindowViewer::drawFrame() {
+    window_.makeCurrent();
+    const auto [width, height] = window_.framebufferSize();
+    panel_->newFrame();
+    LayerOptions edited = options_;
+    const PanelArea area{static_cast<float>(viewport().width),
+                         static_cast<float>(width - viewport().width), static_cast<float>(height)};
+    const std::optional<std::string> clicked = drawViewerPanel(edited, panelInfo(), area);
+    setOptions(edited);
+    if (clicked) select(*clicked);
+
+    const sorrel::LayerObject* const handles = &session_.handlesLayer();
+    session_.drawFrame([this, handles](const sorrel::LayerObject& layer, double seconds) {
+        if (&layer == handles) drawMilliseconds_ = seconds * kMillisecondsPerSecond;
+    });
+    glViewport(0, 0, width, height);
+    panel_->render();
+    if (screenshotWanted_) saveScreenshot(width, height);
+    glfwSwapBuffers(window_.handle());
+}
+
+void WindowViewer::saveScreenshot(int width, int height) {
+    screenshotWanted_ = false;
+    const std::string file = numbered(settings_.shotsFolder, ++screenshots_);
+    sorrel::RgbaImage picture = sorrel::readColourBuffer(width, height);
+    // A window shows no transparency, whatever its alpha channel holds.
+    for (std::size_t i = sorrel::RgbaImage::kChannels - 1; i < picture.pixels.size();
+         i += sorrel::RgbaImage::kChannels)
+        picture.pixels[i] = kOpaque;
+    if (sorrel::writePng(file, picture))
+        report_.screenshot(file);
+    else
+        std::fprintf(stderr, "beamwright-viewer: could not write %s\n", file.c_str());
+}
 
 void runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
                const WindowSettings& settings, std::FILE* report) {

@@ -10,28 +10,159 @@
 // instead. Alt with the left, middle or right button orbits, pans or dollies
 // the camera, as does the wheel; F frames the lights and where they aim; the
 // number keys choose placement modes; F12 writes a picture of the window;
-// Escape closes it. What it does is reported line by line (window_report.h).
+// Escape closes it. What each input becomes is decided in input_routing.h;
+// what the window does is reported line by line (window_report.h).
 
 #include <cstdio>
+#include <memory>
+#include <optional>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "apps/scene/scene_description.h"
+#include "apps/viewer/viewer_session.h"
+#include "apps/window/glfw_window.h"
+#include "apps/window/input_routing.h"
+#include "apps/window/layer_options.h"
+#include "apps/window/orbit_camera.h"
+#include "apps/window/viewer_panel.h"
+#include "apps/window/window_report.h"
+
+struct GLFWwindow;
 
 namespace sorrel {
 class PluginLibrary;
-}
+struct PickPass;
+}  // namespace sorrel
 
 namespace viewer {
+
+class PanelContext;
 
 struct WindowSettings {
     /// Where F12 writes its pictures, window-01.png and on.
     std::string shotsFolder = ".";
 };
 
-/// Opens `scene` in a window with `plugin` loaded and runs until the window
-/// closes, reporting on `report`. Throws std::runtime_error when no window
-/// can open (no display, no GL 4.5 compatibility context) or the session
-/// cannot start.
+class WindowViewer {
+public:
+    /// Opens `scene` in a window with `plugin` loaded, reporting on `report`.
+    /// Throws std::runtime_error when no window can open (no display, no GL
+    /// 4.5 compatibility context) or the session cannot start.
+    WindowViewer(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
+                 WindowSettings settings, std::FILE* report);
+    ~WindowViewer();
+    WindowViewer(const WindowViewer&) = delete;
+    WindowViewer& operator=(const WindowViewer&) = delete;
+
+    /// Draws and handles input until the window closes.
+    void run();
+
+private:
+    sorrel::Viewport& viewport();
+    sorrel::Scene& scene();
+
+    // ---- GLFW's callbacks ----
+
+    static WindowViewer& of(GLFWwindow* window);
+
+    void installCallbacks();
+
+    void wake();
+
+    Pixel pointerPixel() const;
+
+    bool inViewport(const Pixel& pixel);
+    /// What the routing of input needs to know now.
+    InputState inputState();
+
+    /// The modifier keys held now; GLFW tells them with buttons and keys only.
+    int modifiersHeld() const;
+
+    void pointerMoved(double x, double y);
+
+    void pointerLeft();
+
+    void buttonChanged(int glfwButton, int action, int glfwMods);
+
+    void wheelTurned(double steps);
+
+    void keyPressed(int key, int action);
+
+    void resized(int width, int height);
+
+    // ---- what input does ----
+
+    /// Hands one mouse event to the plugin's layers and reports what it did
+    /// to the lights and to the hover.
+    void sendToPlugin(const std::string& type, const Pixel& pixel, int button, int modifiers);
+
+    /// Times the handles layer's passes; and of a pass the handles layer
+    /// asked for alone, as it does to find the light under the pointer,
+    /// keeps the light it found.
+    void observePickingPass(const sorrel::PickPass& pass);
+
+    void setHovered(const std::string& path);
+
+    /// The light whose handle lies under `pixel`, nearest first, of those not
+    /// selected: a selected light shows the manipulator's marker instead of
+    /// its handle, so a press there goes on to the placement.
+    std::optional<std::string> unselectedHandleAt(const Pixel& pixel);
+
+    bool isSelected(const std::string& path);
+
+    /// Makes `path` the one selected light: a location, or a USD prim's light.
+    void select(const std::string& path);
+
+    /// Sets each option that differs from what the layers hold, as the host does.
+    void setOptions(const LayerOptions& wanted);
+
+    void moveCamera(const OrbitCamera& camera);
+
+    void applyCamera();
+
+    /// Every light and the point it aims at; the meshes' centres when there is no light.
+    std::vector<sorrel::Vec3> framingPoints();
+
+    // ---- a frame ----
+
+    PanelInfo panelInfo();
+
+    void drawFrame();
+
+    void saveScreenshot(int width, int height);
+
+    // Declared first, destroyed last: everything after it holds GL objects of its context.
+    GlfwWindow window_;
+    ViewerSession session_;
+    std::unique_ptr<PanelContext> panel_;
+    const WindowReport report_;
+    const WindowSettings settings_;
+    const std::set<std::string> usdLights_;
+
+    OrbitCamera camera_;
+    LayerOptions options_;
+    std::vector<std::string> usdSelection_;
+
+    Gesture gesture_ = Gesture::None;
+    int buttons_ = 0;  // bits of the buttons held, as events carry them
+    double pointerX_ = 0.0;
+    double pointerY_ = 0.0;
+    bool pointerInside_ = false;
+
+    std::string hovered_;
+    /// What the handles layer's own pick found during the event being handed on.
+    std::optional<std::string> handlesPick_;
+    std::optional<double> drawMilliseconds_;
+    std::optional<double> pickMilliseconds_;
+
+    int framesToDraw_ = 0;
+    bool screenshotWanted_ = false;
+    int screenshots_ = 0;
+};
+
+/// Opens `scene` in a window and runs until it closes (WindowViewer).
 void runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
                const WindowSettings& settings, std::FILE* report);
 
