@@ -37,10 +37,7 @@ const std::vector<std::string> kLights = {"/root/world/lgt/key", "/root/world/lg
 void furnish(sorrel::ViewerStage& stage, FuzzedValues& in) {
     stage.scene().meshes().emplace("floor", sorrel::Mesh::plane(20, 20, 4));
     sorrel::ViewerDelegate& delegate = stage.delegate();
-    for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
-        delegate.putLocation(
-            group, sorrel::groupAttr(
-                       {{sorrel::names::kType, sorrel::stringAttr(sorrel::names::kGroupType)}}));
+    delegate.putLightRoots();
     for (const std::string& light : kLights)
         delegate.putLocation(light, in.locationAttributes(), in.matrix());
     std::vector<std::string> selected;

@@ -234,10 +234,7 @@ private:
 
     void furnish() {
         sorrel::ViewerDelegate& delegate = stage_.delegate();
-        for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
-            delegate.putLocation(
-                group, sorrel::groupAttr({{sorrel::names::kType,
-                                           sorrel::stringAttr(sorrel::names::kGroupType)}}));
+        delegate.putLightRoots();
         for (const std::string& light : kLights)
             if (in_.inRange(0, 3) != 0)
                 delegate.putLocation(light, in_.locationAttributes(), in_.matrix());

@@ -125,10 +125,7 @@ Figures soak(long events) {
     picking.install();
     stage.scene().meshes().emplace("floor", sorrel::Mesh::plane(20, 20, 4));
     sorrel::ViewerDelegate& delegate = stage.delegate();
-    for (const char* group : {"/root", "/root/world", "/root/world/lgt"})
-        delegate.putLocation(
-            group, sorrel::groupAttr(
-                       {{sorrel::names::kType, sorrel::stringAttr(sorrel::names::kGroupType)}}));
+    delegate.putLightRoots();
     for (int i = 0; i < kLights; ++i)
         delegate.putLocation(lightPath(i), lightAttributes(i), lightPlace(i));
     sorrel::LayerObject& handles = *stage.viewport().pluginLayer(sorrel::names::kHandlesLayer);

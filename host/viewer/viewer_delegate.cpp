@@ -1,6 +1,7 @@
 #include "host/viewer/viewer_delegate.h"
 
 #include "host/core/attribute_model.h"
+#include "host/core/names.h"
 #include "host/core/suite_table.h"
 
 namespace sorrel {
@@ -90,6 +91,11 @@ void ViewerDelegate::sendSelection(const std::vector<std::string>& paths) {
 void ViewerDelegate::putLocation(const std::string& path, AttrRef attributes, const Matrix& local) {
     scene_.set(path, std::move(attributes), local);
     sendLocation(path);
+}
+
+void ViewerDelegate::putLightRoots() {
+    for (const char* path : {"/root", "/root/world", "/root/world/lgt"})
+        putLocation(path, groupAttr({{names::kType, stringAttr(names::kGroupType)}}));
 }
 
 void ViewerDelegate::moveLocation(const std::string& path, const Matrix& local) {

@@ -57,6 +57,9 @@ public:
     void sendSelection(const std::vector<std::string>& paths);
     /// Sets a location and sends it.
     void putLocation(const std::string& path, AttrRef attributes, const Matrix& local = kIdentity);
+    /// Puts "/root", "/root/world" and "/root/world/lgt" as groups: the
+    /// locations above the lights.
+    void putLightRoots();
     /// Sets a location's local transform and reports the move.
     void moveLocation(const std::string& path, const Matrix& local);
     /// Removes a location with its subtree and reports the removal of the top only.
