@@ -13,9 +13,11 @@
 #include <string>
 #include <vector>
 
+#include "apps/scene/atomic_file.h"
 #include "apps/scene/scene_file.h"
 #include "apps/viewer/command_line.h"
 #include "apps/viewer/contact_sheet.h"
+#include "apps/viewer/picture_file.h"
 #include "apps/viewer/tour.h"
 #include "apps/viewer/tour_table.h"
 #include "apps/viewer/viewer_session.h"
@@ -23,7 +25,6 @@
 #include "host/core/attribute_model.h"
 #include "host/core/plugin_library.h"
 #include "host/core/sample_blocks.h"
-#include "host/render/png_writer.h"
 #include "host/viewer/gl_context.h"
 
 using namespace viewer;
@@ -96,8 +97,11 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
     printModeTable(stdout, report);
     const std::string sheetPath = folder + "/tour.png";
     const std::string heading = "Beamwright tour of " + scenePath + ": placing " + report.light;
-    if (!sorrel::writePng(sheetPath, makeContactSheet(sheetPictures(report), heading)))
-        throw Stop{"could not write " + sheetPath};
+    try {
+        viewer::writePicture(sheetPath, makeContactSheet(sheetPictures(report), heading));
+    } catch (const viewer::FileWriteError& error) {
+        throw Stop{error.what()};
+    }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("\nWrote %zu pictures and the contact sheet %s in %.1f s; no reference leaked.\n",
                 report.pictures.size(), sheetPath.c_str(), seconds.count());
@@ -134,7 +138,10 @@ int main(int argc, char** argv) {
         const std::string plugin = line.plugin.value_or(BEAMWRIGHT_PLUGIN_PATH);
         if (line.window) {
             WindowSettings settings;
-            if (line.shotsFolder) settings.shotsFolder = *line.shotsFolder;
+            if (line.shotsFolder) {
+                settings.shotsFolder = *line.shotsFolder;
+                viewer::makeFolders(settings.shotsFolder);
+            }
             runWindowOn(scene, plugin, settings);
         } else if (line.tourFolder) {
             runTourOn(scene, plugin, *line.tourFolder);
@@ -145,6 +152,9 @@ int main(int argc, char** argv) {
     } catch (const std::invalid_argument& error) {
         std::fprintf(stderr, "%s: %s (see --help)\n", kProgram, error.what());
         return kUsageError;
+    } catch (const viewer::FileWriteError& error) {
+        std::fprintf(stderr, "%s: %s\n", kProgram, error.what());
+        return EXIT_FAILURE;
     } catch (const Stop& stop) {
         std::fprintf(stderr, "%s: %s\n", kProgram, stop.reason.c_str());
         return stop.status;

@@ -8,14 +8,15 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "apps/scene/atomic_file.h"
 #include "apps/scene/placement_modes.h"
 #include "apps/viewer/light_poses.h"
 #include "apps/viewer/number_text.h"
 #include "apps/viewer/pick_colours.h"
+#include "apps/viewer/picture_file.h"
 #include "apps/viewer/viewer_session.h"
 #include "host/core/attribute_reading.h"
 #include "host/core/names.h"
-#include "host/render/png_writer.h"
 #include "host/render/scene_renderer.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mouse_event.h"
@@ -252,7 +253,11 @@ private:
     void save(const sorrel::RgbaImage& picture, const std::string& file, const std::string& title,
               const std::string& caption) {
         const std::string path = folder_ + "/" + file;
-        if (!sorrel::writePng(path, picture)) throw TourFailure("could not write " + path);
+        try {
+            writePicture(path, picture);
+        } catch (const FileWriteError& error) {
+            throw TourFailure(error.what());
+        }
         report_.pictures.push_back({path, picture, title, caption});
     }
 

@@ -11,8 +11,10 @@
 #include <optional>
 #include <set>
 
+#include "apps/scene/atomic_file.h"
 #include "apps/scene/placement_modes.h"
 #include "apps/viewer/light_poses.h"
+#include "apps/viewer/picture_file.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
 #include "apps/window/glfw_window.h"
@@ -26,7 +28,6 @@
 #include "host/core/attribute_reading.h"
 #include "host/core/names.h"
 #include "host/core/plugin_objects.h"
-#include "host/render/png_writer.h"
 #include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/scene_light.h"
@@ -404,10 +405,12 @@ void WindowViewer::saveScreenshot(int width, int height) {
     for (std::size_t i = sorrel::RgbaImage::kChannels - 1; i < picture.pixels.size();
          i += sorrel::RgbaImage::kChannels)
         picture.pixels[i] = kOpaque;
-    if (sorrel::writePng(file, picture))
+    try {
+        writePicture(file, picture);
         report_.screenshot(file);
-    else
-        std::fprintf(stderr, "beamwright-viewer: could not write %s\n", file.c_str());
+    } catch (const FileWriteError& error) {
+        std::fprintf(stderr, "beamwright-viewer: %s\n", error.what());
+    }
 }
 
 void runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
