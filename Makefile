@@ -32,7 +32,9 @@ test-asan: deps
 # The release: build/Beamwright-<version>-linux-x86_64.tar.gz (the installation
 # with the .so stripped, INSTALL.txt and SHA256SUMS) and beside it the .so's
 # debug information, build/Beamwright-<version>-linux-x86_64.debug.
-package: build
+package: deps
+	@cmake --preset default >/dev/null
+	@cmake --build --preset default --target Beamwright -j $(JOBS)
 	@cpack --config build/CPackConfig.cmake -B build
 
 # Every C++ file as clang-format (config at the root) would write it.
