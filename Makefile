@@ -1,6 +1,6 @@
 # The two commands people run: `make demo` and `make test`; `make viewer`
 # opens a scene (SCENE=..., the studio by default) in a window under X.
-.PHONY: all deps build demo viewer test test-asan check-format bench bench-instructions fuzz fuzz-build soak clean
+.PHONY: all deps build demo viewer test test-asan package check-format bench bench-instructions fuzz fuzz-build soak clean
 
 JOBS ?= $(shell nproc)
 SCENE ?= examples/studio.json
@@ -28,6 +28,14 @@ test-asan: deps
 	@cmake --preset asan >/dev/null
 	@cmake --build --preset asan -j $(JOBS)
 	@ctest --preset asan -j $(JOBS)
+
+# The release: build/Beamwright-<version>-linux-x86_64.tar.gz (the installation
+# with the .so stripped, INSTALL.txt and SHA256SUMS) and beside it the .so's
+# debug information, build/Beamwright-<version>-linux-x86_64.debug.
+package: deps
+	@cmake --preset default >/dev/null
+	@cmake --build --preset default --target Beamwright -j $(JOBS)
+	@cpack --config build/CPackConfig.cmake -B build
 
 # Every C++ file as clang-format (config at the root) would write it.
 check-format: deps
