@@ -23,4 +23,11 @@ bool isModeLabel(const std::string& text) {
                        [&text](const PlacementModeLabel& mode) { return text == mode.label; });
 }
 
+bool modeMovesLight(const std::string& label) {
+    return std::any_of(kPlacementModes.begin(), kPlacementModes.end(),
+                       [&label](const PlacementModeLabel& mode) {
+                           return label == mode.label && mode.movesLight;
+                       });
+}
+
 }  // namespace viewer

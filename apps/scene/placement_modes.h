@@ -35,5 +35,8 @@ std::string modeTitle(const std::string& label);
 std::string modeSlug(const std::string& label);
 /// Whether `text` is one of the labels above, the empty one included.
 bool isModeLabel(const std::string& text);
+/// Whether a press in the mode of `label` is meant to move the selected
+/// light; false for labels that are no mode.
+bool modeMovesLight(const std::string& label);
 
 }  // namespace viewer

@@ -23,8 +23,11 @@ constexpr double kMaxManipulatorScale = 10.0;
 constexpr double kMinDistance = 0.1;
 constexpr double kMaxDistance = 100.0;
 constexpr float kDistanceDragSpeed = 0.05f;
-/// Lines of text below the light list: the hovered light, a heading, two times.
-constexpr float kLinesBelowLights = 4.0f;
+/// Lines the history shows at once.
+constexpr float kHistoryLines = 5.0f;
+/// Lines of text below the light list: the hovered light, the history's
+/// heading, its lines and their frame, the status, a heading, two times.
+constexpr float kLinesBelowLights = 7.0f + kHistoryLines;
 constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 
@@ -71,6 +74,23 @@ std::optional<std::string> lightList(const std::vector<PanelLight>& lights) {
     return clicked;
 }
 
+void historyList(const PanelInfo& info) {
+    ImGui::Text("History (%zu): Ctrl+Z undoes, Ctrl+Shift+Z or Ctrl+Y redoes", info.history.size());
+    ImGui::BeginChild("history",
+                      ImVec2(0.0f, ImGui::GetTextLineHeightWithSpacing() * kHistoryLines),
+                      /* border = */ true);
+    for (std::size_t i = 0; i < info.history.size(); ++i) {
+        // Steps undone, which a redo would make again, are dimmed.
+        const bool undone = i >= info.historyDone;
+        if (undone) ImGui::PushStyleColor(ImGuiCol_Text, kDimmed);
+        ImGui::TextUnformatted(info.history[i].c_str());
+        if (undone) ImGui::PopStyleColor();
+    }
+    // The latest step stays in sight.
+    if (ImGui::GetScrollY() >= ImGui::GetScrollMaxY()) ImGui::SetScrollHereY(1.0f);
+    ImGui::EndChild();
+}
+
 void passTime(const char* name, const std::optional<double>& milliseconds) {
     if (milliseconds)
         ImGui::Text("%s %.3f ms", name, *milliseconds);
@@ -91,6 +111,9 @@ std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInf
     ImGui::Separator();
     const std::optional<std::string> clicked = lightList(info.lights);
     ImGui::Text("Hovered: %s", info.hovered.empty() ? "none" : info.hovered.c_str());
+    ImGui::Separator();
+    historyList(info);
+    ImGui::TextUnformatted(info.status.empty() ? " " : info.status.c_str());
     ImGui::Separator();
     ImGui::TextUnformatted("Handles layer, latest passes");
     passTime("draw pass:   ", info.drawMilliseconds);

@@ -1,7 +1,8 @@
 #pragma once
 // The window's panel beside the viewport: the placement modes with the keys
 // that choose them, the layers' options, the lights with their selection, the
-// hovered light and how long the handles layer's passes take.
+// hovered light, the history of edits, what the latest action did and how
+// long the handles layer's passes take.
 
 #include <optional>
 #include <string>
@@ -24,6 +25,11 @@ struct PanelInfo {
     /// The handles layer's latest draw pass and picking pass, milliseconds.
     std::optional<double> drawMilliseconds;
     std::optional<double> pickMilliseconds;
+    /// The history's steps, oldest first, and how many of them are done.
+    std::vector<std::string> history;
+    std::size_t historyDone = 0;
+    /// What the latest action did, when it is worth saying ("nothing placed: ...").
+    std::string status;
 };
 
 /// The panel's area of the window, pixels from the top left corner.

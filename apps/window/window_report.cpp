@@ -35,6 +35,12 @@ void WindowReport::ready(int width, int height) const {
     line("ready " + std::to_string(width) + " " + std::to_string(height));
 }
 
+void WindowReport::undo(const std::string& step) const { line("undo " + step); }
+
+void WindowReport::redo(const std::string& step) const { line("redo " + step); }
+
+void WindowReport::nothingPlaced(const std::string& why) const { line("nothing placed: " + why); }
+
 void WindowReport::viewport(int width, int height) const {
     line("viewport " + std::to_string(width) + " " + std::to_string(height));
 }

@@ -31,6 +31,7 @@
 #include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/scene_light.h"
+#include "host/viewer/selection.h"
 #include "host/viewer_stage.h"
 
 namespace viewer {
@@ -71,6 +72,7 @@ WindowViewer::WindowViewer(const SceneDescription& scene, const sorrel::PluginLi
     : window_(scene.camera.width + kPanelWidth, scene.camera.height,
               std::string(kWindowTitle) + " - " + scene.file),
       session_(scene, plugin, window_),
+      history_(session_.stage().delegate()),
       report_(report),
       settings_(std::move(settings)),
       usdLights_(usdLightPaths(scene)),
@@ -124,8 +126,8 @@ void WindowViewer::installCallbacks() {
         of(w).buttonChanged(button, action, mods);
     });
     glfwSetScrollCallback(window, [](GLFWwindow* w, double, double y) { of(w).wheelTurned(y); });
-    glfwSetKeyCallback(window, [](GLFWwindow* w, int key, int, int action, int) {
-        of(w).keyPressed(key, action);
+    glfwSetKeyCallback(window, [](GLFWwindow* w, int key, int, int action, int mods) {
+        of(w).keyPressed(key, action, mods);
     });
     glfwSetCursorEnterCallback(window, [](GLFWwindow* w, int entered) {
         if (entered == GLFW_FALSE) of(w).pointerLeft();
@@ -208,6 +210,14 @@ void WindowViewer::buttonChanged(int glfwButton, int action, int glfwMods) {
         const PressRoute route = routePress(state, button, modifiers, handle.has_value());
         gesture_ = route.gesture;
         if (handle && route.gesture == Gesture::Select) select(*handle);
+        if (route.gesture == Gesture::Plugin && state.gesture == Gesture::None) {
+            // One press, with its drag, is one step of the history.
+            history_.begin();
+            gestureLabel_.clear();
+            gestureButton_ = button;
+            gestureModifiers_ = modifiers;
+            gestureHit_ = false;
+        }
         if (route.toPlugin) sendToPlugin(names::kMouseButtonPress, pixel, button, modifiers);
     } else if (action == GLFW_RELEASE) {
         buttons_ &= ~button;
@@ -215,6 +225,7 @@ void WindowViewer::buttonChanged(int glfwButton, int action, int glfwMods) {
             sendToPlugin(names::kMouseButtonRelease, pixel, button, modifiers);
         if (buttons_ == 0) {
             if (isCameraGesture(gesture_)) report_.camera(eyeOf(camera_), camera_.target);
+            if (gesture_ == Gesture::Plugin) endPluginGesture();
             gesture_ = Gesture::None;
         }
     }
@@ -228,9 +239,14 @@ void WindowViewer::wheelTurned(double steps) {
     }
 }
 
-void WindowViewer::keyPressed(int key, int action) {
+void WindowViewer::keyPressed(int key, int action, int glfwMods) {
     wake();
-    if (action != GLFW_PRESS || panel_->typing()) return;
+    if ((action != GLFW_PRESS && action != GLFW_REPEAT) || panel_->typing()) return;
+    const bool control = (glfwMods & GLFW_MOD_CONTROL) != 0;
+    const bool shift = (glfwMods & GLFW_MOD_SHIFT) != 0;
+    if (control && key == GLFW_KEY_Z) return shift ? redo() : undo();
+    if (control && key == GLFW_KEY_Y) return redo();
+    if (action != GLFW_PRESS) return;
     if (const std::optional<std::size_t> mode = modeOfKey(key)) {
         LayerOptions chosen = options_;
         chosen.mode = kPlacementModes[*mode].label;
@@ -260,6 +276,49 @@ void WindowViewer::resized(int width, int height) {
 
 /// Hands one mouse event to the plugin's layers and reports what it did
 /// to the lights and to the hover.
+void WindowViewer::endPluginGesture() {
+    if (history_.end(gestureLabel_)) {
+        status_.clear();
+    } else if (gestureButton_ == names::kLeftButton) {
+        const std::string why = whyNothingPlaced(gestureModifiers_);
+        status_ = "nothing placed: " + why;
+        report_.nothingPlaced(why);
+    }
+}
+
+std::string WindowViewer::whyNothingPlaced(int modifiers) {
+    if (!options_.enabled) return "the placement layer is disabled";
+    const bool package = (modifiers & names::kShiftModifier) != 0;
+    if (!package && options_.mode.empty()) return "no placement mode is chosen";
+    if (!gestureHit_) return "nothing under the pointer";
+    if (package) return "no package was created";
+    const bool anySelected = !usdSelection_.empty() || !sorrel::selectedPaths(scene()).empty();
+    if (!anySelected) return "no light is selected";
+    if (!modeMovesLight(options_.mode))
+        return "\"" + options_.mode + "\" keeps the lights where they stand";
+    return "the lights already stand there";
+}
+
+void WindowViewer::undo() {
+    if (gesture_ != Gesture::None) return;
+    if (const std::optional<std::string> step = history_.undo()) {
+        report_.undo(*step);
+        status_ = "undid " + *step;
+    } else {
+        status_ = "nothing to undo";
+    }
+}
+
+void WindowViewer::redo() {
+    if (gesture_ != Gesture::None) return;
+    if (const std::optional<std::string> step = history_.redo()) {
+        report_.redo(*step);
+        status_ = "redid " + *step;
+    } else {
+        status_ = "nothing to redo";
+    }
+}
+
 void WindowViewer::sendToPlugin(const std::string& type, const Pixel& pixel, int button,
                                 int modifiers) {
     // A plain move places nothing, so only other events compare the lights' poses.
@@ -273,12 +332,18 @@ void WindowViewer::sendToPlugin(const std::string& type, const Pixel& pixel, int
     session_.sendEvent(
         sorrel::mouseEvent(type.c_str(), pixel[0], pixel[1], {button, buttons_, modifiers}));
 
+    if (snapping.lastAnswer()) gestureHit_ = true;
     if (followsPointer) setHovered(handlesPick_.value_or(""));
     if (!mayPlace) return;
     const LightPoses after = lightPoses(scene());
-    for (const std::string& path : movedLights(before, after))
+    for (const std::string& path : movedLights(before, after)) {
         report_.placed(path, pixel, snapping.lastAnswer(), after.at(path));
-    for (const std::string& path : newLights(before, after)) report_.package(path);
+        if (gestureLabel_.empty()) gestureLabel_ = "place " + path;
+    }
+    for (const std::string& path : newLights(before, after)) {
+        report_.package(path);
+        gestureLabel_ = "package " + path;
+    }
 }
 
 /// Times the handles layer's passes; and of a pass the handles layer
@@ -373,6 +438,9 @@ PanelInfo WindowViewer::panelInfo() {
     info.hovered = hovered_;
     info.drawMilliseconds = drawMilliseconds_;
     info.pickMilliseconds = pickMilliseconds_;
+    info.history = history_.labels();
+    info.historyDone = history_.done();
+    info.status = status_;
     return info;
 }
 

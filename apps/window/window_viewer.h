@@ -28,6 +28,7 @@
 #include "apps/window/orbit_camera.h"
 #include "apps/window/viewer_panel.h"
 #include "apps/window/window_report.h"
+#include "host/viewer/edit_history.h"
 
 struct GLFWwindow;
 
@@ -88,9 +89,19 @@ private:
 
     void wheelTurned(double steps);
 
-    void keyPressed(int key, int action);
+    void keyPressed(int key, int action, int glfwMods);
 
     void resized(int width, int height);
+
+    // ---- the history ----
+
+    /// Ends the edit of a press handed to the layers: a step of the history
+    /// when it moved or made lights, else a word on why nothing was placed.
+    void endPluginGesture();
+    /// Why a left press with `modifiers` placed nothing, in the user's words.
+    std::string whyNothingPlaced(int modifiers);
+    void undo();
+    void redo();
 
     // ---- what input does ----
 
@@ -137,6 +148,7 @@ private:
     GlfwWindow window_;
     ViewerSession session_;
     std::unique_ptr<PanelContext> panel_;
+    sorrel::EditHistory history_;
     const WindowReport report_;
     const WindowSettings settings_;
     const std::set<std::string> usdLights_;
@@ -150,6 +162,15 @@ private:
     double pointerX_ = 0.0;
     double pointerY_ = 0.0;
     bool pointerInside_ = false;
+
+    /// What the press handed to the layers did so far, for the history:
+    /// "place PATH" or "package PATH"; and the press's button and keys.
+    std::string gestureLabel_;
+    int gestureButton_ = 0;
+    int gestureModifiers_ = 0;
+    bool gestureHit_ = false;  // the snapping layer found something under the pointer
+    /// What the latest action did, for the panel.
+    std::string status_;
 
     std::string hovered_;
     /// What the handles layer's own pick found during the event being handed on.

@@ -19,19 +19,18 @@ bool below(const std::string& path, const std::vector<std::string>& removed) {
 
 }  // namespace
 
-void EditHistory::begin(const std::string& label) {
-    if (editing()) end();
+void EditHistory::begin() {
+    if (editing()) end("edit");
     before_ = delegate_.scene().locations();
-    label_ = label;
 }
 
-bool EditHistory::end() {
+bool EditHistory::end(const std::string& label) {
     if (!before_) return false;
     const Locations before = std::move(*before_);
     before_.reset();
     const Locations& now = delegate_.scene().locations();
 
-    Step step{label_, {}};
+    Step step{label, {}};
     // Both maps are in path order, so parents come before their children.
     auto b = before.begin();
     auto a = now.begin();
@@ -57,7 +56,7 @@ bool EditHistory::end() {
 }
 
 std::optional<std::string> EditHistory::undo() {
-    if (editing()) end();
+    if (editing()) end("edit");
     if (!canUndo()) return std::nullopt;
     const Step& step = steps_[--done_];
     apply(step.changes, /* backwards = */ true);
@@ -65,7 +64,7 @@ std::optional<std::string> EditHistory::undo() {
 }
 
 std::optional<std::string> EditHistory::redo() {
-    if (editing()) end();
+    if (editing()) end("edit");
     if (!canRedo()) return std::nullopt;
     const Step& step = steps_[done_++];
     apply(step.changes, /* backwards = */ false);

@@ -26,12 +26,13 @@ class EditHistory {
 public:
     explicit EditHistory(ViewerDelegate& delegate) : delegate_(delegate) {}
 
-    /// Remembers the locations as they stand before an edit named `label`.
-    /// A step already begun is ended first.
-    void begin(const std::string& label);
-    /// Ends the edit: a step when it changed any location, and then the
-    /// steps undone before it can no longer be redone. True when it made a step.
-    bool end();
+    /// Remembers the locations as they stand before an edit. An edit already
+    /// begun is ended first, as a step without a name.
+    void begin();
+    /// Ends the edit: a step named `label` ("place /root/world/lgt/key", say)
+    /// when it changed any location, and then the steps undone before it can
+    /// no longer be redone. True when it made a step.
+    bool end(const std::string& label);
     bool editing() const { return before_.has_value(); }
 
     bool canUndo() const { return done_ > 0; }
@@ -65,7 +66,6 @@ private:
 
     ViewerDelegate& delegate_;
     std::optional<Locations> before_;
-    std::string label_;
     std::vector<Step> steps_;
     std::size_t done_ = 0;
 };

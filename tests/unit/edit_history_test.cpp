@@ -76,7 +76,7 @@ protected:
             lights.push_back(light.path);
         const int what = lights.empty() ? 2 : kind(random);
         const std::string path = lights.empty() ? "" : lights[random() % lights.size()];
-        history.begin("edit");
+        history.begin();
         if (what == 0) {
             delegate.moveLocation(path, translationMatrix(place(random), place(random), 1));
         } else if (what == 1) {
@@ -93,7 +93,7 @@ protected:
         } else {
             delegate.removeLocation(path);
         }
-        EXPECT_TRUE(history.end());
+        EXPECT_TRUE(history.end("edit"));
     }
 };
 
@@ -126,25 +126,25 @@ TEST_F(EditHistoryTest, UndoAllGivesTheSceneAsLoadedAndRedoAllTheSceneAsEdited) 
 
 TEST_F(EditHistoryTest, AnEditThatChangesNothingIsNoStepAndANewEditEndsTheRedos) {
     sorrel::EditHistory history(delegate);
-    history.begin("press on nothing");
-    EXPECT_FALSE(history.end());
+    history.begin();
+    EXPECT_FALSE(history.end("press on nothing"));
     EXPECT_FALSE(history.canUndo());
 
-    history.begin("move");
+    history.begin();
     delegate.moveLocation(lightPath(0), translationMatrix(7, 0, 0));
-    history.begin("second move");  // ends the first
+    history.begin();  // ends the first
     delegate.moveLocation(lightPath(1), translationMatrix(8, 0, 0));
-    history.end();
-    EXPECT_EQ(history.labels(), (std::vector<std::string>{"move", "second move"}));
+    history.end("second move");
+    EXPECT_EQ(history.labels(), (std::vector<std::string>{"edit", "second move"}));
     EXPECT_EQ(history.undo(), "second move");
-    EXPECT_EQ(history.undo(), "move");
+    EXPECT_EQ(history.undo(), "edit");
     EXPECT_EQ(delegate.scene().find(lightPath(0))->local, translationMatrix(0, 1, 0));
-    EXPECT_EQ(history.redo(), "move");
-    history.begin("third");
+    EXPECT_EQ(history.redo(), "edit");
+    history.begin();
     delegate.removeLocation(lightPath(2));
-    history.end();
+    history.end("third");
     EXPECT_FALSE(history.canRedo()) << "an edit after an undo drops what was undone";
-    EXPECT_EQ(history.labels(), (std::vector<std::string>{"move", "third"}));
+    EXPECT_EQ(history.labels(), (std::vector<std::string>{"edit", "third"}));
 }
 
 }  // namespace

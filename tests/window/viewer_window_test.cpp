@@ -107,6 +107,17 @@ std::optional<Placement> placementOf(const std::string& line) {
     return Placement{parts[1], {std::stoi(parts[2]), std::stoi(parts[3])}, vec(4), vec(7), vec(10)};
 }
 
+/// How many pixels of the viewport (the window left of the panel) differ
+/// between two pictures by more than a rounding step of the driver.
+int viewportPixelsThatDiffer(const sorrel::RgbaImage& a, const sorrel::RgbaImage& b, int width) {
+    constexpr int kStep = 8;
+    int differing = 0;
+    for (int y = 0; y < a.height; ++y)
+        for (int x = 0; x < width; ++x)
+            differing += std::abs(luminance(a.at(x, y)) - luminance(b.at(x, y))) > kStep ? 1 : 0;
+    return differing;
+}
+
 /// The studio scene as the window first shows it, for where things land in pixels.
 class StudioView {
 public:
@@ -367,6 +378,56 @@ TEST_F(ViewerWindow, AShiftClickAddsALightAndAResizedViewportStillFindsTheHandle
     const sorrel::RgbaImage resized = screenshot();
     EXPECT_EQ(resized.width, kWidth);
     EXPECT_EQ(resized.height, kHeight);
+}
+
+TEST_F(ViewerWindow, APlacementUndoneIsGoneWithItsLightAndHandleAndARedoBringsItBack) {
+    // On the floor, away from where the key light aims in the studio.
+    const Pixel onFloor = view_.pixelOf({-3.0, 0.0, 3.0});
+    const sorrel::SceneLight key = view_.light(kKeyLight);
+    const Pixel keyHandle = view_.pixelOf(key.position + key.direction * key.centerOfInterest);
+    const sorrel::SceneLight fill = view_.light(kFillLight);
+    const Pixel fillHandle = view_.pixelOf(fill.position + fill.direction * fill.centerOfInterest);
+    const Pixel away{view_.width() / 2, view_.height() - 1};
+
+    // A press that does nothing says why.
+    xdotool({"key", "0"});
+    clickAt(onFloor);
+    EXPECT_EQ(linesUntil("nothing placed").back(), "nothing placed: no placement mode is chosen");
+
+    // The key light goes to the floor, its handle onto the point pressed;
+    // selecting the fill light then shows the key light's handle.
+    xdotool({"key", "3"});
+    clickAt(onFloor);
+    EXPECT_EQ(placementAt(onFloor).light, kKeyLight);
+    clickAt(fillHandle);
+    EXPECT_EQ(linesUntil("selected ").back(), std::string("selected ") + kFillLight);
+    pointAt(away);
+    const sorrel::RgbaImage placed = screenshot();
+
+    xdotool({"key", "ctrl+z"});
+    EXPECT_EQ(linesUntil("undo ").back(), std::string("undo place ") + kKeyLight);
+    pointAt(keyHandle);
+    EXPECT_EQ(linesUntil("hovered ").back(), std::string("hovered ") + kKeyLight)
+        << "the handle is back where the light aimed before";
+    pointAt(away);
+    const sorrel::RgbaImage undone = screenshot();
+
+    xdotool({"key", "ctrl+shift+z"});
+    EXPECT_EQ(linesUntil("redo ").back(), std::string("redo place ") + kKeyLight);
+    pointAt(onFloor);
+    EXPECT_EQ(linesUntil("hovered ").back(), std::string("hovered ") + kKeyLight);
+    pointAt(away);
+    const sorrel::RgbaImage redone = screenshot();
+    xdotool({"key", "ctrl+z"});
+    linesUntil("undo ");
+    xdotool({"key", "ctrl+y"});
+    EXPECT_EQ(linesUntil("redo ").back(), std::string("redo place ") + kKeyLight);
+
+    // The light and its spot move back and again.
+    const int width = view_.width();
+    const int moved = viewportPixelsThatDiffer(placed, undone, width);
+    EXPECT_GT(moved, width) << "the undo changed the picture";
+    EXPECT_LT(viewportPixelsThatDiffer(placed, redone, width), moved / 50);
 }
 
 }  // namespace
