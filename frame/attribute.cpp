@@ -1,6 +1,9 @@
 #include "frame/attribute.h"
 
+#include "frame/frame_names.h"
 #include "frame/sample_accessor.h"
+
+using namespace Tessera::Sorrel::Names;
 
 namespace Tessera::Sorrel::ViewerAPI {
 
@@ -66,11 +69,11 @@ AttributeHash hashOfText(const char* text) {
 }
 
 GroupAttribute getEventData(const GroupAttribute& event) {
-    return event.getChild<GroupAttribute>("data");
+    return event.getChild<GroupAttribute>(kEventDataAttribute);
 }
 
 AttributeHash getEventTypeHash(const GroupAttribute& event) {
-    return event.getChild<StringAttribute>("type").hash();
+    return event.getChild<StringAttribute>(kTypeAttribute).hash();
 }
 
 }  // namespace Tessera::Sorrel::ViewerAPI

@@ -1,5 +1,9 @@
 #include "frame/host_suite_registry.h"
 
+#include "frame/frame_names.h"
+
+using namespace Tessera::Sorrel::Names;
+
 namespace Tessera::Sorrel::ViewerAPI {
 
 int fetchHostSuite(PluginHost* host, const char* name, unsigned int version, void** out) {
@@ -27,18 +31,20 @@ int runSetHostChain(PluginHost*& classHost, PluginHost* host) {
     classHost = host;
     HostSuiteRegistry& suites = hostSuiteRegistry();
 
-    if (const int status = refetch(host, "PluginManager", 1, suites.pluginManager)) return status;
+    if (const int status = refetch(host, kPluginManagerSuite, 1, suites.pluginManager))
+        return status;
 
     // A host without an identifier generator is not refused here.
-    refetch(host, "OptionIdGeneratorHost", 1, suites.optionIdGenerator);
+    refetch(host, kOptionIdGeneratorSuite, 1, suites.optionIdGenerator);
     suites.optionIdGeneratorHost = host;
 
-    const int firstLogging = refetch(host, "Logging", 1, suites.logging);
-    const int secondLogging = refetch(host, "Logging", 1, suites.loggingAgain);
+    const int firstLogging = refetch(host, kLoggingSuite, 1, suites.logging);
+    const int secondLogging = refetch(host, kLoggingSuite, 1, suites.loggingAgain);
     if (firstLogging != kStatusOk || secondLogging != kStatusOk) return kStatusFailed;
 
-    if (const int status = refetch(host, "AttributeHost", 5, suites.groupBuilder)) return status;
-    return refetch(host, "AttributeHost", 5, suites.attributes);
+    if (const int status = refetch(host, kAttributeHostSuite, 5, suites.groupBuilder))
+        return status;
+    return refetch(host, kAttributeHostSuite, 5, suites.attributes);
 }
 
 void adoptHostOnce(PluginHost*& classHost, PluginHost* host) {

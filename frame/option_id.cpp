@@ -1,6 +1,9 @@
 #include "frame/option_id.h"
 
+#include "frame/frame_names.h"
 #include "frame/host_suite_registry.h"
+
+using namespace Tessera::Sorrel::Names;
 
 namespace Tessera::Sorrel::ViewerAPI {
 
@@ -13,7 +16,7 @@ const OptionIdGeneratorHostSuite* generatorSuite() {
     HostSuiteRegistry& suites = hostSuiteRegistry();
     if (suites.optionIdGenerator == nullptr && suites.optionIdGeneratorHost != nullptr) {
         void* suite = nullptr;
-        fetchHostSuite(suites.optionIdGeneratorHost, "OptionIdGeneratorHost", 1, &suite);
+        fetchHostSuite(suites.optionIdGeneratorHost, kOptionIdGeneratorSuite, 1, &suite);
         suites.optionIdGenerator = static_cast<const OptionIdGeneratorHostSuite*>(suite);
     }
     return suites.optionIdGenerator;

@@ -11,6 +11,7 @@
 #include "frame/abi/viewport_camera_host_suite.h"
 #include "frame/abi/viewport_host_suite.h"
 #include "frame/abi/viewport_layer_host_suite.h"
+#include "frame/frame_names.h"
 #include "frame/plugin_base_of.h"
 
 namespace Tessera::Sorrel::ViewerAPI {
@@ -18,16 +19,16 @@ namespace Tessera::Sorrel::ViewerAPI {
 // ---- the kinds this plugin implements ----
 
 struct ViewportLayerKind {
-    static constexpr const char* apiName = "ViewportLayerPlugin";
+    static constexpr const char* apiName = Names::kViewportLayerKind;
     static constexpr std::uint32_t apiVersion = 2;
-    static constexpr const char* hostSuiteName = "ViewportLayerHost";
+    static constexpr const char* hostSuiteName = Names::kViewportLayerHostSuite;
     static constexpr unsigned int hostSuiteVersion = 2;
     using HostSuite = ViewportLayerHostSuite;
 };
 struct ViewerDelegateComponentKind {
-    static constexpr const char* apiName = "ViewerDelegateComponentPlugin";
+    static constexpr const char* apiName = Names::kViewerDelegateComponentKind;
     static constexpr std::uint32_t apiVersion = 2;
-    static constexpr const char* hostSuiteName = "ViewerDelegateComponentHost";
+    static constexpr const char* hostSuiteName = Names::kViewerDelegateComponentHostSuite;
     static constexpr unsigned int hostSuiteVersion = 2;
     using HostSuite = ViewerDelegateComponentHostSuite;
 };
@@ -35,37 +36,37 @@ struct ViewerDelegateComponentKind {
 // ---- the kinds this plugin only wraps ----
 
 struct ViewerDelegateKind {
-    static constexpr const char* apiName = "ViewerDelegatePlugin";
+    static constexpr const char* apiName = Names::kViewerDelegateKind;
     static constexpr std::uint32_t apiVersion = 3;
-    static constexpr const char* hostSuiteName = "ViewerDelegateHost";
+    static constexpr const char* hostSuiteName = Names::kViewerDelegateHostSuite;
     static constexpr unsigned int hostSuiteVersion = 4;
     using HostSuite = ViewerDelegateHostSuite;
 };
 struct ViewportCameraKind {
-    static constexpr const char* apiName = "ViewportCameraPlugin";
+    static constexpr const char* apiName = Names::kViewportCameraKind;
     static constexpr std::uint32_t apiVersion = 2;
-    static constexpr const char* hostSuiteName = "ViewportCameraHost";
+    static constexpr const char* hostSuiteName = Names::kViewportCameraHostSuite;
     static constexpr unsigned int hostSuiteVersion = 2;
     using HostSuite = ViewportCameraHostSuite;
 };
 struct ViewportKind {
-    static constexpr const char* apiName = "ViewportPlugin";
+    static constexpr const char* apiName = Names::kViewportKind;
     static constexpr std::uint32_t apiVersion = 2;
-    static constexpr const char* hostSuiteName = "ViewportHost";
+    static constexpr const char* hostSuiteName = Names::kViewportHostSuite;
     static constexpr unsigned int hostSuiteVersion = 3;
     using HostSuite = ViewportHostSuite;
 };
 struct ManipulatorKind {
-    static constexpr const char* apiName = "ManipulatorPlugin";
+    static constexpr const char* apiName = Names::kManipulatorKind;
     static constexpr std::uint32_t apiVersion = 2;
-    static constexpr const char* hostSuiteName = "ManipulatorHost";
+    static constexpr const char* hostSuiteName = Names::kManipulatorHostSuite;
     static constexpr unsigned int hostSuiteVersion = 2;
     using HostSuite = ManipulatorHostSuite;
 };
 struct ManipulatorHandleKind {
-    static constexpr const char* apiName = "ManipulatorHandlePlugin";
+    static constexpr const char* apiName = Names::kManipulatorHandleKind;
     static constexpr std::uint32_t apiVersion = 1;
-    static constexpr const char* hostSuiteName = "ManipulatorHandleHost";
+    static constexpr const char* hostSuiteName = Names::kManipulatorHandleHostSuite;
     static constexpr unsigned int hostSuiteVersion = 1;
     using HostSuite = ManipulatorHandleHostSuite;
 };

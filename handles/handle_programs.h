@@ -8,10 +8,6 @@
 
 namespace Tessera::Sorrel::ViewerUtils {
 
-/// Where the handle shader files lie below SORREL_ROOT, without their extensions.
-inline constexpr const char* kHandleShaderStemBelowRoot =
-    "/plugins/Resources/Core/Shaders/TransformManipulators/Manipulators";
-
 /// Builds the filled program from `stem` + ".vert" and ".frag" and the line
 /// program from ".vert", ".geom" and ".frag", linking each. Failures are told
 /// by GLShaderProgram and the work goes on. Needs a current GL context.

@@ -6,21 +6,22 @@
 #include <cstdlib>
 #include <string>
 
+#include "frame/frame_names.h"
 #include "frame/option_id.h"
 #include "frame/own_plugin_instance.h"
 #include "frame/sample_accessor.h"
 #include "frame/wrappers.h"
 #include "handles/handle_mesh_data.h"
 #include "handles/handle_programs.h"
+#include "handles/handles_names.h"
 #include "scene/light_component.h"
+#include "scene/scene_names.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::buildHandlePrograms;
-using Tessera::Sorrel::ViewerUtils::kHandleShaderStemBelowRoot;
 
 namespace {
-
-constexpr const char* kComponentName = "BeamwrightLayerVDC";
 
 void buildMesh(HandleMesh& mesh, const HandleMeshData& data) {
     mesh.build(data.positions, data.normals, data.indices, /* texCoords = */ {});
@@ -29,8 +30,8 @@ void buildMesh(HandleMesh& mesh, const HandleMeshData& data) {
 }  // namespace
 
 void BeamwrightCOIHandlesLayer::setup() {
-    // Nothing is normalised: without SORREL_ROOT the stem starts at the file system's root.
-    const char* const root = std::getenv("SORREL_ROOT");
+    // Nothing is normalised: without the root variable the stem starts at the file system's root.
+    const char* const root = std::getenv(kSorrelRootVariable);
     const std::string stem = std::string(root != nullptr ? root : "") + kHandleShaderStemBelowRoot;
 
     buildHandlePrograms(stem, solidProgram, lineProgram);
@@ -54,7 +55,7 @@ BeamwrightLayerVDC* BeamwrightCOIHandlesLayer::getDelegateComponent() {
     const std::shared_ptr<ViewerDelegateWrapper> delegate = getViewport()->getViewerDelegate();
     if (!delegate) return nullptr;
     const std::shared_ptr<ViewerDelegateComponentWrapper> component =
-        delegate->getComponent(kComponentName);
+        delegate->getComponent(kLightComponentName);
     if (!component) return nullptr;
     // A component of another library under this name is not ours to cast.
     return ownComponentInstance<BeamwrightLayerVDC>(*component);
@@ -63,10 +64,9 @@ BeamwrightLayerVDC* BeamwrightCOIHandlesLayer::getDelegateComponent() {
 // ---- options ----
 
 void BeamwrightCOIHandlesLayer::setOption(OptionId id, Attribute value) {
-    static const OptionId kEnabled = getOptionId("Enabled");
-    static const OptionId kManipulatorScale = getOptionId("Manipulator.Scale");
-    static const OptionId kExcludedLocations =
-        getOptionId("ViewportLayer.ExcludedLocationsPicking");
+    static const OptionId kEnabled = getOptionId(kEnabledOption);
+    static const OptionId kManipulatorScale = getOptionId(kManipulatorScaleOption);
+    static const OptionId kExcludedLocations = getOptionId(kExcludedLocationsPickingOption);
 
     // A value of the wrong type reads as the fallback and overwrites the field.
     if (id == kEnabled) {
@@ -79,7 +79,7 @@ void BeamwrightCOIHandlesLayer::setOption(OptionId id, Attribute value) {
 }
 
 Attribute BeamwrightCOIHandlesLayer::getOption(OptionId id) {
-    static const OptionId kIsUILayer = getOptionId("ViewportLayer.IsUILayer");
+    static const OptionId kIsUILayer = getOptionId(kIsUILayerOption);
     if (id == kIsUILayer) return IntAttribute::create(1);
     return ViewportLayer::getOption(id);
 }

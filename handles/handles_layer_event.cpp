@@ -5,19 +5,21 @@
 #include <cstdlib>
 #include <limits>
 
+#include "frame/frame_names.h"
 #include "frame/option_id.h"
 #include "frame/own_plugin_instance.h"
 #include "frame/wrappers.h"
 #include "handles/handles_layer.h"
+#include "handles/handles_names.h"
+#include "scene/scene_names.h"
 #include "support/environment_flag.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::environmentFlagIsSet;
 
 namespace {
 
-constexpr const char* kDisableHoverVariable = "SORREL_BEAMWRIGHT_DISABLE_HOVER_EFFECT";
-constexpr const char* kHandlesOnlyVariable = "SORREL_BEAMWRIGHT_HOVER_EFFECT_ON_HANDLES_ONLY";
 constexpr std::int32_t kPickSize = 1;  // pixels
 /// What a hit without a written depth keeps.
 constexpr float kNoDepth = std::numeric_limits<float>::max();
@@ -34,8 +36,8 @@ bool isThisLayer(const ViewportLayerWrapper& layer, const BeamwrightCOIHandlesLa
 }  // namespace
 
 bool BeamwrightCOIHandlesLayer::event(const GroupAttribute& event) {
-    static const AttributeHash kMouseMove = hashOfText("MouseMove");
-    static const AttributeHash kLeave = hashOfText("Leave");
+    static const AttributeHash kMouseMove = hashOfText(kMouseMoveEvent);
+    static const AttributeHash kLeave = hashOfText(kLeaveEvent);
 
     if (!enabled) return false;
     const GroupAttribute data = getEventData(event);
@@ -44,14 +46,14 @@ bool BeamwrightCOIHandlesLayer::event(const GroupAttribute& event) {
     const auto readInt = [&data](const char* name) {
         return data.getChild<IntAttribute>(name).getValue(0);
     };
-    const std::int32_t buttons = readInt("buttons");
-    const std::int32_t modifiers = readInt("modifiers");
-    const std::int32_t x = readInt("x");
-    const std::int32_t y = readInt("y");
+    const std::int32_t buttons = readInt(kButtonsAttribute);
+    const std::int32_t modifiers = readInt(kModifiersAttribute);
+    const std::int32_t x = readInt(kXAttribute);
+    const std::int32_t y = readInt(kYAttribute);
 
     const bool isMove = type == kMouseMove;
     if (!isMove && type != kLeave) return false;
-    // "Leave" and a move with a button or modifier held end a hover without a search.
+    // Leaving, and a move with a button or modifier held, end a hover without a search.
     const std::uint64_t found =
         isMove && buttons == 0 && modifiers == 0 ? findHoveredLocation(x, y) : 0;
     if (found != hoveredLocation) {
@@ -65,8 +67,8 @@ std::uint64_t BeamwrightCOIHandlesLayer::findHoveredLocation(std::int32_t x, std
     // Read once per process; the second only when hover is on.
     static const bool hoverDisabled = environmentFlagIsSet(std::getenv(kDisableHoverVariable));
     if (hoverDisabled) return 0;
-    static const bool handlesOnly = environmentFlagIsSet(std::getenv(kHandlesOnlyVariable));
-    static const OptionId kIsUILayer = getOptionId("ViewportLayer.IsUILayer");
+    static const bool handlesOnly = environmentFlagIsSet(std::getenv(kHoverOnHandlesOnlyVariable));
+    static const OptionId kIsUILayer = getOptionId(kIsUILayerOption);
 
     std::uint64_t result = 0;
     float nearest = kFarthestDepth;
@@ -88,7 +90,8 @@ std::uint64_t BeamwrightCOIHandlesLayer::findHoveredLocation(std::int32_t x, std
 
         // The highest key with a location wins; one without keeps what was found.
         for (const auto& [id, value] : picked) {
-            const auto location = GroupAttribute(value).getChild<StringAttribute>("location");
+            const auto location =
+                GroupAttribute(value).getChild<StringAttribute>(kLocationAttribute);
             if (location.isValid()) result = location.hash().words[0];
         }
     }

@@ -2,26 +2,23 @@
 
 #include "frame/option_id.h"
 #include "frame/wrappers.h"
+#include "placement/placement_names.h"
+#include "scene/scene_names.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::placementModeFromLabel;
 using Tessera::Sorrel::ViewerUtils::placementModeTraits;
 using Tessera::Sorrel::ViewerUtils::PlacementModeTraits;
 
-namespace {
-
-constexpr const char* kHandlesLayerName = "BeamwrightCOIHandlesLayer";
-constexpr const char* kSelectionLayerName = "SelectionLayer";
-
-}  // namespace
-
 void BeamwrightLayer::setOption(OptionId id, Attribute value) {
-    static const OptionId kEnabled = getOptionId("Enabled");
-    static const OptionId kPackageClassName = getOptionId("PackageClassName");
-    static const OptionId kMarquetteNodeName = getOptionId("MarquetteNodeName");
-    static const OptionId kMode = getOptionId("Mode");
-    static const OptionId kDefaultDistance = getOptionId("DefaultDistance");
-    static const OptionId kDefaultShadowFallDistance = getOptionId("DefaultShadowFallDistance");
+    static const OptionId kEnabled = getOptionId(kEnabledOption);
+    static const OptionId kPackageClassName = getOptionId(kPackageClassNameOption);
+    static const OptionId kMarquetteNodeName = getOptionId(kMarquetteNodeNameOption);
+    static const OptionId kMode = getOptionId(kModeOption);
+    static const OptionId kDefaultDistance = getOptionId(kDefaultDistanceOption);
+    static const OptionId kDefaultShadowFallDistance =
+        getOptionId(kDefaultShadowFallDistanceOption);
 
     const std::shared_ptr<ViewportWrapper> viewport = getViewport();
 
@@ -50,9 +47,9 @@ void BeamwrightLayer::setEnabled(bool value) {
         enabled = value;
         viewport->setDirty(true);
     }
-    // The selection layer hears of every "Enabled", also of one that changes nothing.
+    // The selection layer hears of every kEnabledOption, also of one that changes nothing.
     if (const auto selection = viewport->getLayer(kSelectionLayerName))
-        selection->setOption("BeamwrightSelectionMode", IntAttribute::create(enabled ? 1 : 0));
+        selection->setOption(kSelectionModeOption, IntAttribute::create(enabled ? 1 : 0));
 }
 
 void BeamwrightLayer::setMode(const std::string& label) {
@@ -62,10 +59,10 @@ void BeamwrightLayer::setMode(const std::string& label) {
 }
 
 Attribute BeamwrightLayer::getOption(OptionId id) {
-    static const OptionId kPositionLocked = getOptionId("PositionLocked");
-    static const OptionId kFixedRotation = getOptionId("FixedRotation");
-    static const OptionId kHandleAtOrigin = getOptionId("HandleAtOrigin");
-    static const OptionId kShadowHandles = getOptionId("ShadowHandles");
+    static const OptionId kPositionLocked = getOptionId(kPositionLockedOption);
+    static const OptionId kFixedRotation = getOptionId(kFixedRotationOption);
+    static const OptionId kHandleAtOrigin = getOptionId(kHandleAtOriginOption);
+    static const OptionId kShadowHandles = getOptionId(kShadowHandlesOption);
 
     const PlacementModeTraits& traits = placementModeTraits(mode);
     const auto flag = [](bool value) { return IntAttribute::create(value ? 1 : 0); };

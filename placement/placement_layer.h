@@ -1,8 +1,9 @@
 #pragma once
 // BeamwrightLayer: the viewport layer through which a user places lights. It
 // draws nothing; it keeps a placement mode and a few defaults, hands every
-// option on to its sibling layers, and turns mouse events into "LightData" for
-// the manipulator and "CreateLightPackage" commands for the viewer delegate.
+// option on to its sibling layers, and turns mouse events into placements for
+// the manipulator and package commands for the viewer delegate (the names it
+// sends and reads are in placement/placement_names.h).
 
 #include <string>
 
@@ -36,8 +37,8 @@ public:
     void setOption(OptionId id, Attribute value) override;
     Attribute getOption(OptionId id) override;
 
-    /// Asks "SnappingLayer" what lies under the cursor (the event's "x" and
-    /// "y" attributes, passed on unread) and places a light there by `mode`.
+    /// Asks the snapping layer what lies under the cursor (the event's pixel
+    /// attributes, passed on unread) and places a light there by `mode`.
     LightPlacement computePlacement(const Attribute& x, const Attribute& y, double distance,
                                     double shadowFallDistance);
 

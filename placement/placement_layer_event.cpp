@@ -3,21 +3,19 @@
 // No state is kept between events: a drag is a run of moves with the left
 // button held.
 
+#include "frame/frame_names.h"
 #include "frame/group_builder.h"
 #include "frame/option_id.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
+#include "placement/placement_names.h"
 #include "placement/vector_attributes.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::doubleTriple;
 
 namespace {
-
-constexpr const char* kManipulatorName = "GLBeamwrightManipulator";
-constexpr std::int32_t kLeftButton = 1;
-constexpr std::int32_t kLeftButtonHeldBit = 0x1;
-constexpr std::int32_t kShiftModifier = 0x02000000;
 
 void setOnEveryHandle(const ManipulatorWrapper& manipulator, OptionId id, const Attribute& value) {
     const std::uint32_t count = manipulator.getNumberOfHandles();
@@ -27,21 +25,21 @@ void setOnEveryHandle(const ManipulatorWrapper& manipulator, OptionId id, const 
 
 GroupAttribute lightDataOf(const BeamwrightLayer::LightPlacement& placement) {
     GroupBuilder builder;
-    builder.set("position", doubleTriple(placement.position))
-        .set("direction", doubleTriple(placement.direction))
-        .set("distance", DoubleAttribute::create(placement.distance))
-        .set("strictPosition", IntAttribute::create(placement.strictPosition ? 1 : 0))
-        .set("orientationFixed", IntAttribute::create(placement.orientationFixed ? 1 : 0));
+    builder.set(kPositionAttribute, doubleTriple(placement.position))
+        .set(kDirectionAttribute, doubleTriple(placement.direction))
+        .set(kDistanceAttribute, DoubleAttribute::create(placement.distance))
+        .set(kStrictPositionAttribute, IntAttribute::create(placement.strictPosition ? 1 : 0))
+        .set(kOrientationFixedAttribute, IntAttribute::create(placement.orientationFixed ? 1 : 0));
     return builder.build();
 }
 
 }  // namespace
 
 bool BeamwrightLayer::event(const GroupAttribute& event) {
-    static const AttributeHash kMouseButtonPress = hashOfText("MouseButtonPress");
-    static const AttributeHash kMouseMove = hashOfText("MouseMove");
-    static const OptionId kCurrentModifiers = getOptionId("CurrentModifiers");
-    static const OptionId kLightData = getOptionId("LightData");
+    static const AttributeHash kMouseButtonPress = hashOfText(kMouseButtonPressEvent);
+    static const AttributeHash kMouseMove = hashOfText(kMouseMoveEvent);
+    static const OptionId kCurrentModifiers = getOptionId(kCurrentModifiersOption);
+    static const OptionId kLightData = getOptionId(kLightDataOption);
 
     if (!enabled) return false;
     const std::shared_ptr<ViewportWrapper> viewport = getViewport();
@@ -51,12 +49,12 @@ bool BeamwrightLayer::event(const GroupAttribute& event) {
     if (!data.isValid()) return false;
 
     const AttributeHash type = getEventTypeHash(event);
-    const std::int32_t button = data.getChild<IntAttribute>("button").getValue(0);
-    const std::int32_t buttons = data.getChild<IntAttribute>("buttons").getValue(0);
-    const IntAttribute modifiersAttribute = data.getChild<IntAttribute>("modifiers");
+    const std::int32_t button = data.getChild<IntAttribute>(kButtonAttribute).getValue(0);
+    const std::int32_t buttons = data.getChild<IntAttribute>(kButtonsAttribute).getValue(0);
+    const IntAttribute modifiersAttribute = data.getChild<IntAttribute>(kModifiersAttribute);
     const std::int32_t modifiers = modifiersAttribute.getValue(0);
-    const IntAttribute x = data.getChild<IntAttribute>("x");
-    const IntAttribute y = data.getChild<IntAttribute>("y");
+    const IntAttribute x = data.getChild<IntAttribute>(kXAttribute);
+    const IntAttribute y = data.getChild<IntAttribute>(kYAttribute);
     const bool isPress = type == kMouseButtonPress;
     const bool isMove = type == kMouseMove;
 
@@ -78,7 +76,7 @@ bool BeamwrightLayer::event(const GroupAttribute& event) {
 
     const LightPlacement placement =
         computePlacement(x, y, defaultDistance, defaultShadowFallDistance);
-    // Nothing under the cursor still tells the handles, with a null "LightData".
+    // Nothing under the cursor still tells the handles, with a null kLightDataOption.
     const Attribute lightData = placement.valid ? Attribute(lightDataOf(placement)) : Attribute();
     setOnEveryHandle(*manipulator, kLightData, lightData);
     return false;

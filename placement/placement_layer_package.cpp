@@ -1,5 +1,5 @@
 // BeamwrightLayer::runPackageCommand: a new light package at the placement
-// under the cursor, through the viewer delegate's "CreateLightPackage". A
+// under the cursor, through the viewer delegate's package command. A
 // class name that starts with the clone marker takes its two distances from
 // the package of the current selection.
 
@@ -7,18 +7,19 @@
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
 #include "placement/placement_math.h"
+#include "placement/placement_names.h"
 #include "placement/vector_attributes.h"
+#include "scene/scene_names.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using namespace Tessera::Sorrel::ViewerUtils;
 
 namespace {
 
-constexpr const char* kCloneMarker = "Beamwright.ClonePackage";
-
 /// The marker's last occurrence stands at the very start.
 bool isClone(const std::string& packageClassName) {
-    return packageClassName.rfind(kCloneMarker) == 0;
+    return packageClassName.rfind(kClonePackageMarker) == 0;
 }
 
 }  // namespace
@@ -30,26 +31,26 @@ bool BeamwrightLayer::runPackageCommand(const Attribute& x, const Attribute& y,
 
     if (isClone(packageClassName)) {
         const std::string path =
-            StringAttribute(delegate.callMethod("FindPackageLocationPathForCurrentSelection", {}))
-                .getValue();
+            StringAttribute(delegate.callMethod(kFindPackageMethod, {})).getValue();
         const GroupAttribute package = delegate.getLocationAttributes(path, 0);
-        distance =
-            package.getChild<DoubleAttribute>("geometry.centerOfInterest").getValue(distance);
+        distance = package.getChild<DoubleAttribute>(kCenterOfInterestAttribute).getValue(distance);
         shadowFall =
-            package.getChild<DoubleAttribute>("geometry.shadowFallDistance").getValue(shadowFall);
+            package.getChild<DoubleAttribute>(kShadowFallDistanceAttribute).getValue(shadowFall);
     }
 
     const LightPlacement placement = computePlacement(x, y, distance, shadowFall);
     if (!placement.valid) return false;
 
     GroupBuilder command;
-    command.set("PackageClassName", StringAttribute::create(packageClassName.c_str()))
-        .set("MarquetteNodeName", StringAttribute::create(marquetteNodeName.c_str()))
-        .set("Position", doubleTriple(placement.position))
-        .set("Rotation", doubleTriple(rotationDegreesForDirection(placement.direction)))
-        .set("CenterOfInterest", DoubleAttribute::create(placement.distance))
-        .set("ShadowFallDistance", DoubleAttribute::create(placement.shadowFallDistance));
+    command.set(kPackageClassNameOption, StringAttribute::create(packageClassName.c_str()))
+        .set(kMarquetteNodeNameOption, StringAttribute::create(marquetteNodeName.c_str()))
+        .set(kPackagePositionAttribute, doubleTriple(placement.position))
+        .set(kPackageRotationAttribute,
+             doubleTriple(rotationDegreesForDirection(placement.direction)))
+        .set(kPackageCenterOfInterestAttribute, DoubleAttribute::create(placement.distance))
+        .set(kPackageShadowFallDistanceAttribute,
+             DoubleAttribute::create(placement.shadowFallDistance));
     // The host's answer is not looked at: the request itself is the result.
-    delegate.callMethod("CreateLightPackage", command.build());
+    delegate.callMethod(kCreateLightPackageMethod, command.build());
     return true;
 }

@@ -1,20 +1,17 @@
-// BeamwrightLayer::computePlacement: one prepared pick on "SnappingLayer",
+// BeamwrightLayer::computePlacement: one prepared pick on the snapping layer,
 // read back at once, then the formula of the current mode.
 
+#include "frame/frame_names.h"
 #include "frame/group_builder.h"
 #include "frame/wrappers.h"
 #include "placement/placement_layer.h"
 #include "placement/placement_math.h"
+#include "placement/placement_names.h"
 #include "placement/vector_attributes.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using namespace Tessera::Sorrel::ViewerUtils;
-
-namespace {
-
-constexpr const char* kSnappingLayerName = "SnappingLayer";
-
-}  // namespace
 
 LightPlacement BeamwrightLayer::computePlacement(const Attribute& x, const Attribute& y,
                                                  double distance, double shadowFallDistance) {
@@ -24,15 +21,15 @@ LightPlacement BeamwrightLayer::computePlacement(const Attribute& x, const Attri
     if (!snapping) return {};
 
     GroupBuilder request;
-    request.set("x", x).set("y", y);
+    request.set(kXAttribute, x).set(kYAttribute, y);
     if (traits.snappingStrategy != nullptr)
-        request.set("StrategyType", StringAttribute::create(traits.snappingStrategy));
-    snapping->setOption("SnappingLayer.PreparePickOnDemand", request.build());
+        request.set(kStrategyTypeAttribute, StringAttribute::create(traits.snappingStrategy));
+    snapping->setOption(kPreparePickOnDemandOption, request.build());
 
-    const GroupAttribute reply(snapping->getOption("SnappingLayer.PickOnDemand"));
+    const GroupAttribute reply(snapping->getOption(kPickOnDemandOption));
     if (!reply.isValid()) return {};
-    const std::optional<Vec3d> point = readFloatTriple(reply, "point");
-    const std::optional<Vec3d> normal = readFloatTriple(reply, "normal");
+    const std::optional<Vec3d> point = readFloatTriple(reply, kPointAttribute);
+    const std::optional<Vec3d> normal = readFloatTriple(reply, kNormalAttribute);
     if (!point || !normal) return {};
 
     const Vec3d unitNormal = normalizedOrZero(*normal);

@@ -1,6 +1,6 @@
 #pragma once
 // PlacementMode: how a light is placed from a picked point, chosen by the
-// label that option "Mode" carries, and the one table of what each mode does.
+// label that kModeOption carries, and the one table of what each mode does.
 
 #include <cstdint>
 #include <string_view>
@@ -39,20 +39,21 @@ enum class PlacementFormula {
 /// What one mode does, wherever the layer asks.
 struct PlacementModeTraits {
     PlacementMode mode;
-    /// The label of option "Mode" that selects the mode; empty for ModeNone.
+    /// The label of kModeOption that selects the mode; empty for ModeNone.
     std::string_view label;
-    /// "StrategyType" of the request to the snapping layer; null for none.
+    /// kStrategyTypeAttribute of the request to the snapping layer; null for none.
     const char* snappingStrategy;
     PlacementFormula formula;
-    /// The light keeps its orientation: "orientationFixed" of a placement.
+    /// The light keeps its orientation: kOrientationFixedAttribute of a placement.
     bool orientationFixed;
-    /// Answers of getOption "PositionLocked", "FixedRotation" and "ShadowHandles".
+    /// Answers of getOption kPositionLockedOption, kFixedRotationOption and
+    /// kShadowHandlesOption.
     bool positionLocked;
     bool fixedRotation;
     bool shadowHandles;
 
-    /// The light stands on the snapped point itself: "strictPosition" of a
-    /// placement, and the answer of getOption "HandleAtOrigin".
+    /// The light stands on the snapped point itself: kStrictPositionAttribute of
+    /// a placement, and the answer of getOption kHandleAtOriginOption.
     constexpr bool placesOnSnappedPoint() const {
         return formula == PlacementFormula::StandOnPoint;
     }

@@ -12,8 +12,11 @@
 #include "frame/viewport_layer_suite.h"
 #include "handles/handles_layer.h"
 #include "placement/placement_layer.h"
+#include "placement/placement_names.h"
 #include "scene/light_component.h"
+#include "scene/scene_names.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 
 namespace {
@@ -55,11 +58,10 @@ extern "C" const PluginRow* getPlugins(unsigned int* outCount) {
     // The source rows are rewritten on every call; the host's last rows stay valid.
     static PluginRow handlesRow, placementRow, componentRow;
     pluginRows().clear();
-    registerRow<ViewportLayerPluginBase>(handlesRow, "BeamwrightCOIHandlesLayer",
-                                         &handlesLayerSuiteEntry);
-    registerRow<ViewportLayerPluginBase>(placementRow, "BeamwrightLayer",
+    registerRow<ViewportLayerPluginBase>(handlesRow, kHandlesLayerName, &handlesLayerSuiteEntry);
+    registerRow<ViewportLayerPluginBase>(placementRow, kPlacementLayerName,
                                          &placementLayerSuiteEntry);
-    registerRow<ViewerDelegateComponentPluginBase>(componentRow, "BeamwrightLayerVDC",
+    registerRow<ViewerDelegateComponentPluginBase>(componentRow, kLightComponentName,
                                                    &lightComponentSuiteEntry);
     const std::vector<PluginRow>& rows = pluginRows();
     *outCount = static_cast<unsigned int>(rows.size());

@@ -5,9 +5,11 @@
 
 #include "frame/viewer_delegate_wrapper.h"
 #include "lqm/time.h"
+#include "scene/scene_names.h"
 #include "vrt/prim.h"
 #include "vrt/xform_cache.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using Tessera::Sorrel::ViewerUtils::findOrCreateSceneNode;
 using Tessera::Sorrel::ViewerUtils::findSceneNode;
@@ -15,23 +17,23 @@ using Tessera::Sorrel::ViewerUtils::removeSceneNode;
 
 namespace {
 
-const std::string kRootPath = "/root";
+const std::string kRootPath = kRootLocationPath;
 constexpr std::uint32_t kCurrentTransform = 0;
 
 /// A USD light's location is its prim path below this prefix: /World/Key is /usd/World/Key.
-const std::string kUsdLocationPrefix = "/usd";
+const std::string kUsdLocationPrefix = kUsdLocationPathPrefix;
 /// vrt's type code of a double value.
 constexpr int kDoubleValueType = 25;
 /// Distance to the centre of interest of a light whose prim gives none as a double.
 constexpr double kDefaultCenterOfInterest = 20.0;
 
 const vrt::Token& lightApi() {
-    static const vrt::Token token("SorrelUsdLightAPI");
+    static const vrt::Token token(kUsdLightApiSchema);
     return token;
 }
 
 const vrt::Token& centerOfInterestName() {
-    static const vrt::Token token("centerOfInterest");
+    static const vrt::Token token(kUsdCenterOfInterestAttribute);
     return token;
 }
 

@@ -2,9 +2,12 @@
 
 #include <string_view>
 
+#include "frame/frame_names.h"
 #include "frame/group_builder.h"
 #include "frame/sample_accessor.h"
+#include "scene/scene_names.h"
 
+using namespace Tessera::Sorrel::Names;
 using namespace Tessera::Sorrel::ViewerAPI;
 using namespace Tessera::Sorrel::ViewerUtils;
 
@@ -18,9 +21,9 @@ constexpr std::int64_t kColorChannelsWithAlpha = 4;
 /// A light at rest looks down its negative local z axis.
 constexpr Vec3d kRestLook{0.0, 0.0, -1.0};
 
-/// The hash that a "type" of "light" has, made once per process.
+/// The hash of a light's location type, made once per process.
 std::uint64_t lightTypeHash() {
-    static const std::uint64_t hash = hashOfText("light").words[0];
+    static const std::uint64_t hash = hashOfText(kLightLocationType).words[0];
     return hash;
 }
 
@@ -55,7 +58,7 @@ Vec3d lookDirection(const Mat4d& worldMatrix) {
 
 /// updateIdentityAndPose, also inline in updateLightLocationData.
 [[gnu::always_inline]] inline void identityAndPose(LightLocationData& data) {
-    data.locationHash = data.pickerObject.getChildByName("location").hash().words[0];
+    data.locationHash = data.pickerObject.getChildByName(kLocationAttribute).hash().words[0];
     data.position = translationOf(data.worldMatrix);
     data.direction = lookDirection(data.worldMatrix);
 }
@@ -64,7 +67,7 @@ Vec3d lookDirection(const Mat4d& worldMatrix) {
 
 GroupAttribute makePickerObject(const std::string& locationPath) {
     const StringAttribute location = StringAttribute::create(locationPath.c_str());
-    return GroupBuilder().set("location", location).build();
+    return GroupBuilder().set(kLocationAttribute, location).build();
 }
 
 void updateIdentityAndPose(LightLocationData& data) { identityAndPose(data); }
@@ -72,20 +75,20 @@ void updateIdentityAndPose(LightLocationData& data) { identityAndPose(data); }
 void updateLightLocationData(LightLocationData& data) {
     const GroupAttribute& attributes = data.attributes;
 
-    data.isLight = attributes.getChildByName("type").hash().words[0] == lightTypeHash();
+    data.isLight = attributes.getChildByName(kTypeAttribute).hash().words[0] == lightTypeHash();
 
-    data.showHandle = intOr(attributes, "viewer.default.drawOptions.hide", kNotHidden) == 0 &&
-                      intOr(attributes, "viewer.default.beamwright.hideHandle", kNotHidden) == 0;
-    data.pickable = intOr(attributes, "viewer.default.pickable", kPickableByDefault) != 0;
+    data.showHandle = intOr(attributes, kHideAttribute, kNotHidden) == 0 &&
+                      intOr(attributes, kHideHandleAttribute, kNotHidden) == 0;
+    data.pickable = intOr(attributes, kPickableAttribute, kPickableByDefault) != 0;
 
     identityAndPose(data);
 
     const DoubleAttribute distance =
-        attributes.getChild<DoubleAttribute>("geometry.centerOfInterest");
+        attributes.getChild<DoubleAttribute>(kCenterOfInterestAttribute);
     if (!distance.isValid()) data.showHandle = false;
     data.centerOfInterest = data.position + data.direction * distance.getValue(kNoDistance);
 
     data.color = kDefaultLightColor;
-    if (!readColor(attributes, "viewer.default.drawOptions.color", data.color))
-        readColor(attributes, "geometry.previewColor", data.color);
+    if (!readColor(attributes, kDrawColorAttribute, data.color))
+        readColor(attributes, kPreviewColorAttribute, data.color);
 }

@@ -11,7 +11,7 @@ namespace Tessera::Sorrel::ViewerAPI {
 struct AttributeHash;
 struct SampleBlock;
 
-/// "AttributeHost" version 5: only the positions the plugin calls are typed.
+/// kAttributeHostSuite version 5: only the positions the plugin calls are typed.
 struct AttributeHostSuite {
     ReservedSlot reserved0to1[2];
     int (*getType)(AttributeHandle);       // 2

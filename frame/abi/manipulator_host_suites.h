@@ -9,7 +9,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "ManipulatorHost" version 2.
+/// kManipulatorHostSuite version 2.
 struct ManipulatorHostSuite {
     ReservedSlot reserved0to12[13];
     ThreeOutsByIndex getHandle;  // 13
@@ -19,7 +19,7 @@ struct ManipulatorHostSuite {
 static_assert(offsetof(ManipulatorHostSuite, getHandle) == 13 * sizeof(void*));
 static_assert(offsetof(ManipulatorHostSuite, getNumberOfHandles) == 16 * sizeof(void*));
 
-/// "ManipulatorHandleHost" version 1: fetched, never called.
+/// kManipulatorHandleHostSuite version 1: fetched, never called.
 struct ManipulatorHandleHostSuite {
     ReservedSlot reserved0;
 };

@@ -7,7 +7,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "OptionIdGeneratorHost" version 1.
+/// kOptionIdGeneratorSuite version 1.
 struct OptionIdGeneratorHostSuite {
     void* (*getGenerator)();                               // 0
     OptionId (*generateId)(void* generator, const char*);  // 1

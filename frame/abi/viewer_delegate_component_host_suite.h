@@ -7,7 +7,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "ViewerDelegateComponentHost" version 2, at the one position the plugin calls.
+/// kViewerDelegateComponentHostSuite version 2, at the one position the plugin calls.
 struct ViewerDelegateComponentHostSuite {
     ThreeOuts getViewerDelegate;  // 0
 };

@@ -8,7 +8,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "ViewerDelegateHost" version 4.
+/// kViewerDelegateHostSuite version 4.
 struct ViewerDelegateHostSuite {
     ReservedSlot reserved0;
     AttributeHandle (*getLocationAttributes)(void*, const char* path, std::uint32_t flag);  // 1

@@ -7,7 +7,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "ViewportCameraHost" version 2.
+/// kViewportCameraHostSuite version 2.
 struct ViewportCameraHostSuite {
     ReservedSlot reserved0to13[14];
     void (*getOrigin)(void*, double* x, double* y, double* z);  // 14

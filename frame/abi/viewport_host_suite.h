@@ -8,7 +8,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "ViewportHost" version 3.
+/// kViewportHostSuite version 3.
 struct ViewportHostSuite {
     ReservedSlot reserved0;
     ThreeOuts getViewerDelegate;  // 1

@@ -8,7 +8,7 @@
 
 namespace Tessera::Sorrel::ViewerAPI {
 
-/// "ViewportLayerHost" version 2.
+/// kViewportLayerHostSuite version 2.
 struct ViewportLayerHostSuite {
     ThreeOuts getViewport;  // 0
     ReservedSlot reserved1to3[3];
