@@ -1,6 +1,7 @@
 // beamwright-viewer: the Beamwright plugin in the stand-in Sorrel viewer host,
-// on a scene from a file; --tour runs the tour headless and pictures it,
-// --window opens the scene in a window to use it by hand.
+// on a scene from a scene file or an asset; --tour runs the tour headless and
+// pictures it, --window opens the scene in a window to use it by hand, --list
+// prints what the scene holds.
 
 #include <dlfcn.h>
 
@@ -18,6 +19,7 @@
 #include "apps/viewer/command_line.h"
 #include "apps/viewer/contact_sheet.h"
 #include "apps/viewer/picture_file.h"
+#include "apps/viewer/scene_listing.h"
 #include "apps/viewer/tour.h"
 #include "apps/viewer/tour_table.h"
 #include "apps/viewer/viewer_session.h"
@@ -77,7 +79,7 @@ void withoutLeaks(const std::function<void()>& session) {
 void runTourOn(const std::string& scenePath, const std::string& pluginPath,
                const std::string& folder) {
     const auto start = std::chrono::steady_clock::now();
-    const SceneDescription scene = loadSceneFile(scenePath);
+    const SceneDescription scene = loadScene(scenePath);
     checkPluginLoads(pluginPath);
     const sorrel::PluginLibrary plugin(pluginPath);
     printPluginTable(plugin, pluginPath);
@@ -109,7 +111,7 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
 
 void runWindowOn(const std::string& scenePath, const std::string& pluginPath,
                  const WindowSettings& settings) {
-    const SceneDescription scene = loadSceneFile(scenePath);
+    const SceneDescription scene = loadScene(scenePath);
     checkPluginLoads(pluginPath);
     try {
         checkHandleShaders();
@@ -136,7 +138,9 @@ int main(int argc, char** argv) {
         setenv("SORREL_ROOT", BEAMWRIGHT_RESOURCES_DIR, /* overwrite = */ 0);
         const std::string scene = line.scene.value_or(BEAMWRIGHT_DEFAULT_SCENE);
         const std::string plugin = line.plugin.value_or(BEAMWRIGHT_PLUGIN_PATH);
-        if (line.window) {
+        if (line.list) {
+            std::fputs(sceneListing(loadScene(scene)).c_str(), stdout);
+        } else if (line.window) {
             WindowSettings settings;
             if (line.shotsFolder) {
                 settings.shotsFolder = *line.shotsFolder;
@@ -146,7 +150,8 @@ int main(int argc, char** argv) {
         } else if (line.tourFolder) {
             runTourOn(scene, plugin, *line.tourFolder);
         } else {
-            throw Stop{"nothing to do: give --tour DIR or --window (see --help)", kUsageError};
+            throw Stop{"nothing to do: give --tour DIR, --window or --list (see --help)",
+                       kUsageError};
         }
         return EXIT_SUCCESS;
     } catch (const std::invalid_argument& error) {

@@ -39,7 +39,7 @@ ViewerStage::ViewerStage(std::int32_t width, std::int32_t height, const Vec3& ey
         static_cast<SelectionLayer*>(&viewport_->addHostLayer(std::make_unique<SelectionLayer>()));
     snappingLayer_ =
         static_cast<SnappingLayer*>(&viewport_->addHostLayer(std::make_unique<SnappingLayer>()));
-    auto manipulator = std::make_unique<GLBeamwrightManipulator>(*delegate_);
+    auto manipulator = std::make_unique<GLBeamwrightManipulator>(*delegate_, viewport_.get());
     manipulator_ = manipulator.get();
     viewport_->addManipulator(std::move(manipulator));
 

@@ -1,8 +1,10 @@
 #pragma once
-// A scene as a scene file describes it, read and checked but not yet put into
-// a viewer: the camera, the meshes (built), the lights and the groups above
-// them, USD light prims, the selection, the options of the plugin's layers and
-// where the tour points. Nothing here holds an attribute or a GL object.
+// A scene as a scene file or an asset describes it, read and checked but not
+// yet put into a viewer: the camera and the cameras to switch to, the meshes
+// (built) with the asset each came from, the lights and the groups above them,
+// USD light prims, the selection, the options of the plugin's layers and where
+// the tour points. Nothing here holds an attribute or a GL object: it is a
+// plain value, which a writer can write back as it stands.
 
 #include <array>
 #include <map>
@@ -21,6 +23,9 @@ namespace viewer {
 using sorrel::Matrix;
 using sorrel::Vec3;
 
+/// Where light locations stand: every light path lies below it.
+constexpr const char* kLightsRoot = "/root/world/lgt";
+
 struct CameraDescription {
     Vec3 eye{0.0, 4.0, 12.0};    // world space
     Vec3 target{0.0, 1.0, 0.0};  // world space
@@ -29,9 +34,28 @@ struct CameraDescription {
     int height = 480;            // pixels
 };
 
+/// A named view of the scene: one of an asset's cameras.
+struct NamedCamera {
+    std::string name;
+    CameraDescription camera;
+};
+
+/// An asset file a scene brings in whole: its meshes, lights and cameras.
+struct AssetDescription {
+    std::string name;  // the scene's name for it; its meshes' names start with it
+    std::string file;  // as the scene file names it
+    std::string path;  // where it was read from
+    Matrix transform = sorrel::kIdentity;  // placing the whole asset in the world
+    std::optional<sorrel::Material> material;  // given by the scene, over the asset's own
+};
+
 struct MeshDescription {
     std::string name;
     sorrel::Mesh mesh;  // placed in the world, with its material
+    /// The index into SceneDescription::assets of the asset it came from;
+    /// nothing for a shape the scene file describes.
+    std::optional<std::size_t> asset;
+    std::string node;  // the asset's node that holds it
 };
 
 /// A location that lights stand under, with a transform they inherit.
@@ -40,11 +64,19 @@ struct GroupDescription {
     Matrix local = sorrel::kIdentity;
 };
 
+/// What kind of light a file said it was; the viewport shades each as a spot.
+enum class LightKind { Spot, Point, Directional, Area };
+
 struct LightDescription {
     std::string path;                  // a location, or a USD prim path
     Matrix local = sorrel::kIdentity;  // relative to the parent
     double centerOfInterest = 5.0;     // world units ahead of the light
     sorrel::LightProperties properties;
+    LightKind kind = LightKind::Spot;
+    /// The index into SceneDescription::assets of the asset it came from.
+    std::optional<std::size_t> asset;
+    /// One of the rig the viewer adds to a scene without lights, not the file's.
+    bool defaultRig = false;
 };
 
 /// A pixel of the viewport, x from the left and y from the top.
@@ -65,7 +97,9 @@ using OptionValue = std::variant<int, double, std::string, std::vector<std::stri
 
 struct SceneDescription {
     std::string file;  // where it was read from
-    CameraDescription camera;
+    CameraDescription camera;  // the view it opens with
+    std::vector<NamedCamera> cameras;  // the assets' cameras, in file order
+    std::vector<AssetDescription> assets;
     std::vector<MeshDescription> meshes;
     std::vector<GroupDescription> groups;  // parents before children
     std::vector<LightDescription> lights;

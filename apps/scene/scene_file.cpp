@@ -1,13 +1,17 @@
 #include "apps/scene/scene_file.h"
 
+#include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <set>
 #include <sstream>
 
+#include "apps/scene/asset_import.h"
 #include "apps/scene/json_node.h"
-#include "apps/scene/obj_mesh.h"
+#include "apps/scene/light_kind.h"
 #include "apps/scene/placement_modes.h"
 #include "host/core/names.h"
+#include "apps/scene/scene_framing.h"
 #include "host/render/primitive_meshes.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/scene.h"
@@ -22,6 +26,9 @@ namespace {
 constexpr double kMaxFovDegrees = 170.0;
 constexpr double kMaxConeDegrees = 179.0;
 constexpr int kMaxViewportPixels = 8192;
+constexpr const char* kSceneFileExtension = "json";
+/// A plane of this many divisions a side has a million quads.
+constexpr int kMaxDivisions = 1000;
 /// The locations above every light location, made by the viewer itself.
 const std::vector<std::string> kStandardGroups = {"/root", "/root/world", kLightsRoot};
 
@@ -47,9 +54,19 @@ Matrix readTransform(const JsonNode& node) {
     return m;
 }
 
-CameraDescription readCamera(const JsonNode& node) {
-    node.expectKeys({"eye", "target", "fov", "width", "height"});
+/// The scene's camera: its own, or one of its assets' cameras by "name".
+CameraDescription readCamera(const JsonNode& node, const std::vector<NamedCamera>& cameras) {
+    node.expectKeys({"name", "eye", "target", "fov", "width", "height"});
     CameraDescription camera;
+    if (const auto name = node.find("name")) {
+        if (node.has("eye") || node.has("target") || node.has("fov"))
+            node.fail("a named camera takes only 'width' and 'height' besides");
+        const std::string wanted = name->text();
+        const auto found = std::find_if(cameras.begin(), cameras.end(),
+                                        [&](const NamedCamera& c) { return c.name == wanted; });
+        if (found == cameras.end()) name->fail("no camera '" + wanted + "' in the scene's assets");
+        camera = found->camera;
+    }
     if (const auto eye = node.find("eye")) camera.eye = eye->vec3();
     if (const auto target = node.find("target")) camera.target = target->vec3();
     if (sorrel::length(camera.target - camera.eye) == 0.0)
@@ -96,6 +113,9 @@ Mesh readShape(const JsonNode& node, const std::string& shape) {
             size = {sides[0].positive(), 0.0, sides[1].positive()};
         }
         const int divisions = node.has("divisions") ? node["divisions"].integer() : 1;
+        if (divisions < 1 || divisions > kMaxDivisions)
+            node["divisions"].fail("expected 1 to " + std::to_string(kMaxDivisions) +
+                                   " divisions, got " + std::to_string(divisions));
         return Mesh::plane(size.x, size.z, divisions);
     }
     if (shape == "box") {
@@ -121,28 +141,54 @@ Mesh readShape(const JsonNode& node, const std::string& shape) {
                        "' (known: plane, box, sphere, cylinder, torus)");
 }
 
-MeshDescription readMesh(const JsonNode& node, const std::string& folder) {
-    MeshDescription description;
-    description.name = node["name"].text();
-    if (node.has("shape") == node.has("file")) node.fail("give either 'shape' or 'file'");
-    if (const auto file = node.find("file")) {
-        node.expectKeys({"name", "file", "transform", "material"});
-        const std::string name = file->text();
-        const std::string path = !name.empty() && name.front() == '/' ? name : folder + "/" + name;
-        if (!std::ifstream(path)) file->fail("no mesh file '" + path + "'");
-        try {
-            description.mesh = loadObjMesh(path);
-        } catch (const std::runtime_error& error) {
-            file->fail("'" + path + "': " + error.what());
-        }
-    } else {
-        description.mesh = readShape(node, node["shape"].text());
+/// The asset a mesh entry names, brought in whole under its transform.
+void readAsset(const JsonNode& node, const std::string& folder, TakenNames& taken,
+               SceneDescription& scene) {
+    node.expectKeys({"name", "file", "transform", "material"});
+    AssetDescription asset;
+    asset.name = node["name"].text();
+    const JsonNode file = node["file"];
+    asset.file = file.text();
+    asset.path = !asset.file.empty() && asset.file.front() == '/' ? asset.file
+                                                                   : folder + "/" + asset.file;
+    if (!std::ifstream(asset.path)) file.fail("no mesh file '" + asset.path + "'");
+    if (const auto transform = node.find("transform")) asset.transform = readTransform(*transform);
+    if (const auto material = node.find("material")) asset.material = readMaterial(*material);
+    ImportedAsset imported;
+    try {
+        imported = importAsset(asset.path, asset.transform, asset.name, taken);
+    } catch (const SceneFileError& error) {
+        file.fail(error.what());
     }
+    const std::size_t index = scene.assets.size();
+    scene.assets.push_back(asset);
+    for (MeshDescription& mesh : imported.meshes) {
+        mesh.asset = index;
+        if (asset.material) mesh.mesh.material = *asset.material;
+        scene.meshes.push_back(std::move(mesh));
+    }
+    for (LightDescription& light : imported.lights) {
+        light.asset = index;
+        scene.lights.push_back(std::move(light));
+    }
+    for (NamedCamera& camera : imported.cameras) scene.cameras.push_back(std::move(camera));
+}
+
+void readMesh(const JsonNode& node, const std::string& folder, TakenNames& taken,
+              SceneDescription& scene) {
+    const std::string name = node["name"].text();
+    if (taken.meshes.count(name) != 0) node["name"].fail("'" + name + "' is given twice");
+    if (node.has("shape") == node.has("file")) node.fail("give either 'shape' or 'file'");
+    if (node.has("file")) return readAsset(node, folder, taken, scene);
+    MeshDescription description;
+    description.name = name;
+    description.mesh = readShape(node, node["shape"].text());
     if (const auto transform = node.find("transform"))
         description.mesh.world = readTransform(*transform);
     if (const auto material = node.find("material"))
         description.mesh.material = readMaterial(*material);
-    return description;
+    taken.meshes.insert(name);
+    scene.meshes.push_back(std::move(description));
 }
 
 /// A light's place: "transform", or "position" with an optional "aim" point,
@@ -168,10 +214,16 @@ void readLightPlacement(const JsonNode& node, LightDescription& light) {
 }
 
 LightDescription readLight(const JsonNode& node) {
-    node.expectKeys({"path", "transform", "position", "aim", "centerOfInterest", "color",
+    node.expectKeys({"path", "kind", "transform", "position", "aim", "centerOfInterest", "color",
                      "intensity", "cone", "shadows"});
     LightDescription light;
     light.path = node["path"].text();
+    if (const auto kind = node.find("kind")) {
+        const std::string name = kind->text();
+        const std::optional<LightKind> known = lightKindNamed(name);
+        if (!known) kind->fail("unknown kind '" + name + "' (known: spot, point, directional, area)");
+        light.kind = *known;
+    }
     readLightPlacement(node, light);
     if (const auto distance = node.find("centerOfInterest"))
         light.centerOfInterest = distance->positive();
@@ -196,8 +248,8 @@ void checkPath(const JsonNode& node, const std::string& path) {
         node.fail("'" + path + "' is no location path (such as /root/world/lgt/key)");
 }
 
-void readLocations(const JsonNode& root, SceneDescription& scene) {
-    std::set<std::string> known(kStandardGroups.begin(), kStandardGroups.end());
+/// Groups, lights and USD lights; `known` gathers the location paths.
+void readLocations(const JsonNode& root, std::set<std::string>& known, SceneDescription& scene) {
     const std::string lightsPrefix = std::string(kLightsRoot) + "/";
     const auto add = [&](const JsonNode& node, const std::string& path) {
         const JsonNode where = node["path"];
@@ -234,6 +286,10 @@ void readLocations(const JsonNode& root, SceneDescription& scene) {
             if (!prims.insert(path).second) node["path"].fail("'" + path + "' is given twice");
         }
     }
+}
+
+void readSelection(const JsonNode& root, const std::set<std::string>& known,
+                   SceneDescription& scene) {
     if (const auto selection = root.find("selection")) {
         scene.selection = selection->texts();
         const std::vector<JsonNode> items = selection->elements();
@@ -307,6 +363,17 @@ SceneDescription parseScene(const std::string& text, const std::string& file,
         throw SceneFileError(file + ":" +
                              lineAndColumn(text, error.byte == 0 ? 0 : error.byte - 1) + ": " +
                              parserComplaint(error.what()));
+    } catch (const json::out_of_range& error) {
+        // A number past what a double holds, such as 1e400: the parser names it, not where.
+        const std::string message = error.what();
+        const std::size_t code = message.find("] ");
+        const std::string complaint = code == std::string::npos ? message : message.substr(code + 2);
+        const std::size_t quote = complaint.find('\'');
+        const std::string number =
+            quote == std::string::npos ? "" : complaint.substr(quote + 1, complaint.size() - quote - 2);
+        const std::size_t at = number.empty() ? std::string::npos : text.find(number);
+        throw SceneFileError(file + (at == std::string::npos ? "" : ":" + lineAndColumn(text, at)) +
+                             ": " + complaint + " (past the largest number a double holds)");
     }
     const JsonNode root(document, file, "");
     root.expectKeys(
@@ -314,21 +381,61 @@ SceneDescription parseScene(const std::string& text, const std::string& file,
 
     SceneDescription scene;
     scene.file = file;
-    if (const auto camera = root.find("camera")) scene.camera = readCamera(*camera);
-    if (const auto meshes = root.find("meshes")) {
-        std::set<std::string> names;
-        for (const JsonNode& node : meshes->elements()) {
-            scene.meshes.push_back(readMesh(node, folder));
-            if (!names.insert(scene.meshes.back().name).second)
-                node["name"].fail("'" + scene.meshes.back().name + "' is given twice");
-        }
-    }
-    readLocations(root, scene);
+    TakenNames taken;
+    taken.locations.insert(kStandardGroups.begin(), kStandardGroups.end());
+    // The file's own locations first, so that an asset's lights are named around them.
+    readLocations(root, taken.locations, scene);
+    if (const auto meshes = root.find("meshes"))
+        for (const JsonNode& node : meshes->elements()) readMesh(node, folder, taken, scene);
+    readSelection(root, taken.locations, scene);
+    aimImportedLights(scene);
+    if (const auto camera = root.find("camera"))
+        scene.camera = readCamera(*camera, scene.cameras);
+    else if (!scene.cameras.empty())
+        scene.camera = scene.cameras.front().camera;
+    addDefaultRigWhereUnlit(scene);
     if (const auto options = root.find("options"))
         for (const auto& [name, value] : options->members())
             scene.options.emplace_back(name, readOption(value, name));
     if (const auto tour = root.find("tour")) scene.tour = readTour(*tour);
     return scene;
+}
+
+void addDefaultRigWhereUnlit(SceneDescription& scene) {
+    if (!scene.lights.empty() || !scene.usdLights.empty()) return;
+    scene.lights = defaultRig(sceneBounds(scene.meshes));
+}
+
+SceneDescription loadAssetScene(const std::string& path) {
+    if (!std::ifstream(path)) throw SceneFileError(path + ": no such file, or it cannot be read");
+    SceneDescription scene;
+    scene.file = path;
+    AssetDescription asset;
+    asset.file = asset.path = path;
+    const std::size_t slash = path.rfind('/');
+    asset.name = path.substr(slash == std::string::npos ? 0 : slash + 1);
+    TakenNames taken;
+    taken.locations.insert(kStandardGroups.begin(), kStandardGroups.end());
+    ImportedAsset imported = importAsset(path, sorrel::kIdentity, "", taken);
+    scene.assets.push_back(asset);
+    for (MeshDescription& mesh : imported.meshes) mesh.asset = 0;
+    for (LightDescription& light : imported.lights) light.asset = 0;
+    scene.meshes = std::move(imported.meshes);
+    scene.lights = std::move(imported.lights);
+    scene.cameras = std::move(imported.cameras);
+    aimImportedLights(scene);
+    scene.camera = scene.cameras.empty() ? framingCamera(sceneBounds(scene.meshes), {})
+                                         : scene.cameras.front().camera;
+    addDefaultRigWhereUnlit(scene);
+    scene.options.emplace_back("Enabled", 1);
+    return scene;
+}
+
+SceneDescription loadScene(const std::string& path) {
+    const std::size_t dot = path.rfind('.');
+    std::string extension = dot == std::string::npos ? "" : path.substr(dot + 1);
+    for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return extension == kSceneFileExtension ? loadSceneFile(path) : loadAssetScene(path);
 }
 
 SceneDescription loadSceneFile(const std::string& path) {

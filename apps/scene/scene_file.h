@@ -1,5 +1,6 @@
 #pragma once
-// Reading scene files (JSON; the format is described in docs/scene-format.md).
+// Reading scenes: scene files (JSON; the format is described in
+// docs/scene-format.md) and asset files of any format Assimp reads.
 // Every problem throws a SceneFileError with one line that names the file, the
 // place (line and column, or key path) and what is wrong.
 
@@ -10,8 +11,16 @@
 
 namespace viewer {
 
-/// Where light locations stand: every light path lies below it.
-constexpr const char* kLightsRoot = "/root/world/lgt";
+/// Reads a scene file (`.json`) or, any other name, an asset Assimp reads.
+SceneDescription loadScene(const std::string& path);
+
+/// Reads the asset at `path` as a scene of its own: its meshes, lights and
+/// cameras, the first camera as the view (else one framing the asset), and
+/// the default rig where it has no light.
+SceneDescription loadAssetScene(const std::string& path);
+
+/// Adds the default rig to a scene without a light or USD light.
+void addDefaultRigWhereUnlit(SceneDescription& scene);
 
 /// Reads and checks the scene file at `path`; mesh files are found relative
 /// to the scene file's folder.

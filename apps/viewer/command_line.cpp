@@ -18,6 +18,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
             value(line.tourFolder);
         else if (argument == "--window")
             line.window = true;
+        else if (argument == "--list")
+            line.list = true;
         else if (argument == "--shots")
             value(line.shotsFolder);
         else if (argument == "--plugin")
@@ -31,32 +33,35 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
         else
             line.scene = argument;
     }
-    if (line.window && line.tourFolder)
-        throw std::invalid_argument("--window and --tour are one or the other");
+    if (int(line.window) + int(line.tourFolder.has_value()) + int(line.list) > 1)
+        throw std::invalid_argument("--window, --tour and --list are one or the other");
     if (line.shotsFolder && !line.window) throw std::invalid_argument("--shots goes with --window");
     return line;
 }
 
 std::string usage(const std::string& defaultScene, const std::string& defaultPlugin,
                   const std::string& defaultRoot) {
-    return "Usage: beamwright-viewer [SCENE.json] --tour DIR [--plugin PATH] [--root DIR]\n"
-           "       beamwright-viewer [SCENE.json] --window [--shots DIR] [--plugin PATH] [--root "
-           "DIR]\n"
+    return "Usage: beamwright-viewer [SCENE] --tour DIR [--plugin PATH] [--root DIR]\n"
+           "       beamwright-viewer [SCENE] --window [--shots DIR] [--plugin PATH] [--root DIR]\n"
+           "       beamwright-viewer [SCENE] --list\n"
            "       beamwright-viewer --help\n"
            "\n"
            "Loads the Beamwright plugin into the stand-in Sorrel viewer host and opens a\n"
-           "scene file. --tour runs the tour: the selected light placed in each of the\n"
+           "scene: a scene file (.json) or an asset Assimp reads (glTF, FBX, Collada, .blend,\n"
+           "OBJ, 3DS, PLY, STL, ...). --list prints its meshes, lights and cameras, one\n"
+           "line each. --tour runs the tour: the selected light placed in each of the\n"
            "twelve modes, a hovered handle, the picking pass and a new light package, each\n"
            "pictured in DIR, with a labelled contact sheet DIR/tour.png and a table of what\n"
            "each mode did; no display or GPU is needed. --window opens the scene in a window\n"
            "under X to place lights with the mouse (bindings in the README) and reports\n"
            "what it does, one line each. The scene format: docs/scene-format.md.\n"
            "\n"
-           "  SCENE.json     the scene (default " +
+           "  SCENE          the scene file or asset (default " +
            defaultScene +
            ")\n"
            "  --tour DIR     write the tour's pictures into DIR, made if missing\n"
            "  --window       open a window (needs an X display)\n"
+           "  --list         print the scene as loaded and exit\n"
            "  --shots DIR    where F12 writes pictures of the window (default .)\n"
            "  --plugin PATH  the plugin to load (default " +
            defaultPlugin +

@@ -12,6 +12,7 @@ struct CommandLine {
     std::optional<std::string> scene;        // default: the shipped studio scene
     std::optional<std::string> tourFolder;   // --tour DIR
     bool window = false;                     // --window
+    bool list = false;                       // --list: print the scene and exit
     std::optional<std::string> shotsFolder;  // --shots DIR: the window's pictures
     std::optional<std::string> plugin;       // --plugin PATH
     std::optional<std::string> root;         // --root DIR: SORREL_ROOT

@@ -91,7 +91,8 @@ private:
         const std::vector<std::string> selected = sorrel::selectedPaths(scene());
         for (const std::string& path : selected)
             if (sorrel::hasType(*scene().find(path), names::kLightType)) return path;
-        const std::vector<sorrel::SceneLight> lights = sorrel::locationLights(scene());
+        // Else the first light location in the order the file gives them.
+        const std::vector<LightDescription>& lights = session_.scene().lights;
         if (lights.empty()) throw TourFailure("the scene has no light location to place");
         return lights.front().path;
     }
@@ -155,6 +156,7 @@ private:
         step.position = after.position;
         step.aim = after.aim;
         step.moved = differ(before, after);
+        step.flags = session_.stage().manipulator().flags();
         report_.modes.push_back(step);
 
         const std::string where = quoted(label) + " at " + pixelText(pixel);
@@ -167,15 +169,30 @@ private:
         const std::size_t number = report_.modes.size();
         writeFrame(twoDigits(number) + "-" + modeSlug(label) + ".png",
                    twoDigits(number) + " " + modeTitle(label),
-                   step.moved ? "light to " + fixedTriple(step.position, 1) : "nothing moved",
-                   pixel);
+                   caption(step), pixel);
     }
 
-    /// A light other than the placed one whose handle is in view.
+    /// Where the light went, and what the manipulator's flags made of it.
+    std::string caption(const ModeStep& step) {
+        std::string text = step.moved ? "light to " + fixedTriple(step.position, 1)
+                                      : step.flags.positionLocked ? "position locked"
+                                                                  : "nothing moved";
+        if (step.moved && step.flags.fixedRotation) text += ", not turned";
+        if (step.flags.handleAtOrigin) text += ", handle at origin";
+        if (step.flags.shadowHandles)
+            text += ", shadow at " +
+                    fixed(session_.stage().manipulator().shadowFallDistance(report_.light), 1);
+        return text;
+    }
+
+    /// A light other than the placed one whose handle is in view; the placed
+    /// one itself where it is the only light.
     std::pair<sorrel::SceneLight, Pixel> hoverTarget() {
         const std::optional<std::string>& wanted = session_.scene().tour.hover;
-        for (const sorrel::SceneLight& light : session_.lights()) {
-            if (wanted ? light.path != *wanted : light.path == report_.light) continue;
+        const std::vector<sorrel::SceneLight> lights = session_.lights();
+        const bool alone = lights.size() == 1;
+        for (const sorrel::SceneLight& light : lights) {
+            if (wanted ? light.path != *wanted : light.path == report_.light && !alone) continue;
             const Vec3 handle = light.position + light.direction * light.centerOfInterest;
             const sorrel::PickArea pixel = sorrel::pixelOfPoint(viewport(), handle);
             if (pixel.x < 0 || pixel.y < 0 || pixel.x >= viewport().width ||
@@ -220,7 +237,8 @@ private:
         for (const auto& [id, object] : ids.objects)
             if (locationOf(object) == report_.pickedLight) picked = id;
         context_.makeCurrent();
-        session_.renderer().draw(viewport(), scene(), session_.lights());
+        session_.renderer().draw(viewport(), scene(), session_.lights(),
+                                 &session_.stage().manipulator());
         session_.renderer().drawCursorMarker(viewport(), pixel[0], pixel[1]);
         sorrel::RgbaImage picture = context_.readPixels();
         paintPickIds(picture, ids.ids, picked);

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "apps/scene/scene_description.h"
+#include "host/siblings/manipulator_flags.h"
 #include "host/viewer/rgba_image.h"
 
 namespace sorrel {
@@ -45,6 +46,8 @@ struct ModeStep {
     Vec3 position;  // the light's, world space, after the step
     Vec3 aim;       // unit, world space
     bool moved = false;
+    /// What the placement layer answered the manipulator in this mode.
+    sorrel::ManipulatorFlags flags;
 };
 
 struct TourReport {

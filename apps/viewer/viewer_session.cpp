@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "apps/viewer/scene_setup.h"
+#include "host/core/attribute_reading.h"
 #include "host/core/names.h"
 #include "host/core/plugin_objects.h"
 #include "host/render/scene_renderer.h"
@@ -39,7 +40,7 @@ ViewerSession::ViewerSession(const SceneDescription& scene, const sorrel::Plugin
     renderer_ = std::make_unique<sorrel::SceneRenderer>();
 
     putSceneIntoStage(scene, *stage_, usdStage_);
-    setLayerOptions(*placementLayer_, scene.options);
+    for (const auto& [name, value] : scene.options) setOption(name, optionAttribute(value));
 }
 
 ViewerSession::~ViewerSession() {
@@ -51,6 +52,10 @@ ViewerSession::~ViewerSession() {
 sorrel::Viewport& ViewerSession::viewport() { return stage_->viewport(); }
 
 void ViewerSession::setOption(const std::string& name, sorrel::AttrRef value) const {
+    // The stand-in manipulator draws the shadow handles at the distance the layer was given.
+    if (name == sorrel::names::kDefaultShadowFallDistance)
+        if (const auto distance = sorrel::readDouble(value))
+            stage_->manipulator().defaultShadowFallDistance = *distance;
     placementLayer_->setOption(name, std::move(value));
 }
 
@@ -69,7 +74,7 @@ std::vector<sorrel::SceneLight> ViewerSession::lights() const {
 }
 
 void ViewerSession::drawFrame(const LayerDrawTime& timed) {
-    renderer_->draw(viewport(), stage_->scene(), lights());
+    renderer_->draw(viewport(), stage_->scene(), lights(), &stage_->manipulator());
     viewport().forEachPluginLayer([&timed](sorrel::LayerObject& layer) {
         if (timed)
             timed(layer, sorrel::finishedSeconds([&layer] { layer.draw(); }));

@@ -12,6 +12,8 @@ constexpr double kStarRadius = 0.12;    // world units
 constexpr double kConeLength = 0.6;     // world units
 constexpr double kMarkerRadius = 0.32;  // world units
 constexpr double kCrossRadius = 0.15;   // world units
+constexpr double kShadowSquare = 0.22;  // world units, centre to corner
+constexpr double kShadowLineOffset = 0.04;  // world units
 constexpr int kCircleSegments = 24;
 constexpr int kConeEdges = 4;
 constexpr double kCursorRadius = 14.0;  // pixels
@@ -56,13 +58,24 @@ void addLightGizmo(LineBatch& lines, const SceneLight& light) {
 }
 
 void addManipulatorMarker(LineBatch& lines, const SceneLight& light, const Vec3& cameraRight,
-                          const Vec3& cameraUp) {
+                          const Vec3& cameraUp, const ManipulatorMarkerStyle& style) {
     const Vec3& p = light.position;
     lines.addLoop(circle(p, cameraRight, cameraUp, kMarkerRadius), kManipulatorColor);
     const Vec3 target = p + light.direction * light.centerOfInterest;
     lines.add(p, target, kManipulatorColor);
+    const Vec3 handle = style.handleAtOrigin ? p : target;
     for (const Vec3& axis : {cameraRight, cameraUp})
-        lines.add(target - axis * kCrossRadius, target + axis * kCrossRadius, kManipulatorColor);
+        lines.add(handle - axis * kCrossRadius, handle + axis * kCrossRadius, kManipulatorColor);
+    if (!style.shadowFallDistance) return;
+    // Beside the line of aim, so that both show where they overlap.
+    const Vec3 beside = cameraUp * kShadowLineOffset;
+    const Vec3 fall = p + light.direction * *style.shadowFallDistance;
+    lines.add(p + beside, fall + beside, kShadowHandleColor);
+    Vec3 a, b;
+    axesAcross(light.direction, a, b);
+    lines.addLoop({fall + a * kShadowSquare, fall + b * kShadowSquare, fall - a * kShadowSquare,
+                   fall - b * kShadowSquare},
+                  kShadowHandleColor);
 }
 
 void addCursorMarker(LineBatch& lines, double x, double y) {

@@ -7,6 +7,7 @@
 
 #include "host/render/light_gizmos.h"
 #include "host/render/scene_shaders.h"
+#include "host/siblings/gl_beamwright_manipulator.h"
 #include "host/viewer/camera_matrices.h"
 #include "host/viewer/scene.h"
 #include "host/viewer/viewport.h"
@@ -163,7 +164,8 @@ void SceneRenderer::setLights(const Viewport& viewport,
 }
 
 void SceneRenderer::drawLightGizmos(const Viewport& viewport,
-                                    const std::vector<SceneLight>& lights) {
+                                    const std::vector<SceneLight>& lights,
+                                    const GLBeamwrightManipulator* manipulator) {
     lines_.use();
     lines_.set("viewProjection", viewProjectionOf(viewport));
     lineBatch_.clear();
@@ -175,8 +177,14 @@ void SceneRenderer::drawLightGizmos(const Viewport& viewport,
     const Vec3 right{viewport.view[0], viewport.view[4], viewport.view[8]};
     const Vec3 up{viewport.view[1], viewport.view[5], viewport.view[9]};
     lineBatch_.clear();
-    for (const SceneLight& light : lights)
-        if (light.selected) addManipulatorMarker(lineBatch_, light, right, up);
+    const ManipulatorFlags flags = manipulator ? manipulator->flags() : ManipulatorFlags{};
+    for (const SceneLight& light : lights) {
+        if (!light.selected) continue;
+        ManipulatorMarkerStyle style;
+        style.handleAtOrigin = flags.handleAtOrigin;
+        if (flags.shadowHandles) style.shadowFallDistance = manipulator->shadowFallDistance(light.path);
+        addManipulatorMarker(lineBatch_, light, right, up, style);
+    }
     glDisable(GL_DEPTH_TEST);
     glLineWidth(kMarkerLineWidth);
     lineBatch_.draw();
@@ -185,7 +193,8 @@ void SceneRenderer::drawLightGizmos(const Viewport& viewport,
 }
 
 void SceneRenderer::draw(const Viewport& viewport, const Scene& scene,
-                         const std::vector<SceneLight>& lights) {
+                         const std::vector<SceneLight>& lights,
+                         const GLBeamwrightManipulator* manipulator) {
     syncMeshes(scene);
     const std::vector<const SceneLight*> shaded = shadedLights(lights);
     const std::vector<int> maps = renderShadowMaps(scene, shaded);
@@ -203,7 +212,7 @@ void SceneRenderer::draw(const Viewport& viewport, const Scene& scene,
     lit_.use();
     setLights(viewport, shaded, maps);
     drawMeshes(scene, lit_, /* withMaterials = */ true);
-    if (settings.lightGizmos) drawLightGizmos(viewport, lights);
+    if (settings.lightGizmos) drawLightGizmos(viewport, lights, manipulator);
     glUseProgram(0);
 }
 

@@ -24,6 +24,7 @@
 
 namespace sorrel {
 
+class GLBeamwrightManipulator;
 class Scene;
 class Viewport;
 
@@ -48,8 +49,10 @@ public:
     RenderSettings settings;
 
     /// Clears the bound framebuffer and draws the scene as `viewport` sees it,
-    /// lit by `lights`. Leaves depth testing on and no program in use.
-    void draw(const Viewport& viewport, const Scene& scene, const std::vector<SceneLight>& lights);
+    /// lit by `lights`, the marker on the selected lights as `manipulator`
+    /// shows it (when given). Leaves depth testing on and no program in use.
+    void draw(const Viewport& viewport, const Scene& scene, const std::vector<SceneLight>& lights,
+              const GLBeamwrightManipulator* manipulator = nullptr);
     /// Marks a pixel of the viewport (x from the left, y from the top) over
     /// everything drawn so far.
     void drawCursorMarker(const Viewport& viewport, double x, double y);
@@ -64,7 +67,8 @@ private:
                                       const std::vector<const SceneLight*>& shaded);
     void setLights(const Viewport& viewport, const std::vector<const SceneLight*>& shaded,
                    const std::vector<int>& maps) const;
-    void drawLightGizmos(const Viewport& viewport, const std::vector<SceneLight>& lights);
+    void drawLightGizmos(const Viewport& viewport, const std::vector<SceneLight>& lights,
+                         const GLBeamwrightManipulator* manipulator);
 
     GLProgram lit_;
     GLProgram shadow_;

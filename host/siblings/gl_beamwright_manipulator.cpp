@@ -1,5 +1,8 @@
 #include "host/siblings/gl_beamwright_manipulator.h"
 
+#include <cmath>
+
+#include "host/core/attribute_reading.h"
 #include "host/core/names.h"
 #include "host/viewer/selection.h"
 #include "host/viewer/viewer_delegate.h"
@@ -14,7 +17,8 @@ void GLBeamwrightManipulator::followSelection() const {
         while (same != handles_.end() && (*same == nullptr || (*same)->lightPath() != path)) ++same;
         kept.push_back(same != handles_.end()
                            ? std::move(*same)
-                           : std::make_unique<LightMoveHandle>(delegate_, path, counts_));
+                           : std::make_unique<LightMoveHandle>(delegate_, path, counts_,
+                                                               [this] { return flags(); }));
     }
     handles_ = std::move(kept);
 }
@@ -27,6 +31,18 @@ std::uint32_t GLBeamwrightManipulator::numberOfHandles() const {
 ManipulatorHandle* GLBeamwrightManipulator::handle(std::uint32_t index) {
     followSelection();
     return index < handles_.size() ? handles_[index].get() : nullptr;
+}
+
+ManipulatorFlags GLBeamwrightManipulator::flags() const {
+    return viewport_ != nullptr ? askManipulatorFlags(*viewport_) : ManipulatorFlags{};
+}
+
+double GLBeamwrightManipulator::shadowFallDistance(const std::string& lightPath) const {
+    const Location* light = delegate_.scene().find(lightPath);
+    const auto own =
+        light != nullptr ? readDouble(light->attributes.child(std::string(names::kGeometry) + "." + names::kShadowFallDistance))
+                         : std::nullopt;
+    return own && std::isfinite(*own) && *own > 0.0 ? *own : defaultShadowFallDistance;
 }
 
 }  // namespace sorrel

@@ -36,6 +36,11 @@ bool LightMoveHandle::moveLight(const AttrRef& lightData) {
         ++counts_.nullLightData;
         return false;
     }
+    const ManipulatorFlags flags = flags_ ? flags_() : ManipulatorFlags{};
+    if (flags.positionLocked) {
+        ++counts_.held;
+        return false;
+    }
     Scene& scene = delegate_.scene();
     const auto current = scene.worldTransform(lightPath_);
     if (!current) return false;
@@ -43,7 +48,7 @@ bool LightMoveHandle::moveLight(const AttrRef& lightData) {
     Matrix world = *current;
     const bool orientationFixed =
         readInt(lightData.child(names::kLightDataOrientationFixed)).value_or(0) != 0;
-    if (!orientationFixed) {
+    if (!orientationFixed && !flags.fixedRotation) {
         if (const auto turned = orientationAlong(*direction))
             for (int row = 0; row < kTranslationRow; ++row)
                 setMatrixRow(world, row, matrixRow(*turned, row));

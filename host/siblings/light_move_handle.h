@@ -13,11 +13,17 @@
 // changed attributes too. A null or malformed "LightData" leaves the light
 // where it is; so does a zero direction for the orientation.
 // "CurrentModifiers" is only recorded.
+//
+// Before each move the handle asks the placement layer's flags (see
+// manipulator_flags.h): with "PositionLocked" the light stays where it stands;
+// with "FixedRotation" it moves without turning, as with "orientationFixed".
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "host/siblings/manipulator_flags.h"
 #include "host/viewer/manipulator.h"
 
 namespace sorrel {
@@ -29,14 +35,22 @@ struct LightMoveCounts {
     std::uint64_t lightData = 0;                // "LightData" options received
     std::uint64_t nullLightData = 0;            // of them, null or malformed
     std::uint64_t moves = 0;                    // lights moved and reported
+    std::uint64_t held = 0;                     // "LightData" refused: the position is locked
     std::uint64_t modifiers = 0;                // "CurrentModifiers" options received
     std::optional<std::int32_t> lastModifiers;  // nothing when the latest was no integer
 };
 
 class LightMoveHandle : public ManipulatorHandle {
 public:
-    LightMoveHandle(ViewerDelegate& delegate, std::string lightPath, LightMoveCounts& counts)
-        : delegate_(delegate), lightPath_(std::move(lightPath)), counts_(counts) {}
+    /// Asked for the placement layer's flags at each move.
+    using FlagSource = std::function<ManipulatorFlags()>;
+
+    LightMoveHandle(ViewerDelegate& delegate, std::string lightPath, LightMoveCounts& counts,
+                    FlagSource flags = nullptr)
+        : delegate_(delegate),
+          lightPath_(std::move(lightPath)),
+          counts_(counts),
+          flags_(std::move(flags)) {}
 
     const std::string& lightPath() const { return lightPath_; }
     void setOption(std::uint64_t id, AttrRef value) override;
@@ -50,6 +64,7 @@ private:
     ViewerDelegate& delegate_;
     std::string lightPath_;
     LightMoveCounts& counts_;
+    FlagSource flags_;
 };
 
 }  // namespace sorrel

@@ -126,14 +126,15 @@ TEST_F(SceneFile, EachBadInputIsRefusedWithOneLineNamingFilePlaceAndFault) {
          file + ":2:27: syntax error while parsing value - unexpected ','; expected '[', '{', or a "
                 "literal"},
         {R"({"lights": [{"path": "/root/world/lgt/key", "colour": [1, 1, 1]}]})",
-         file + ": lights[0]: unknown key 'colour' (known: path, transform, position, aim, "
+         file + ": lights[0]: unknown key 'colour' (known: path, kind, transform, position, aim, "
                 "centerOfInterest, color, intensity, cone, shadows)"},
         {R"({"lights": [{"path": "/root/world/lgt/key", "cone": {"angle": "wide"}}]})",
          file + ": lights[0].cone.angle: expected a number, got string"},
         {R"({"meshes": [{"name": "m", "file": "absent.obj"}]})",
          file + ": meshes[0].file: no mesh file '" + folder.path() + "/absent.obj'"},
         {R"({"meshes": [{"name": "m", "file": "bad.obj"}]})",
-         file + ": meshes[0].file: '" + folder.path() + "/bad.obj': a face names vertex 9 of 3"},
+         file + ": meshes[0].file: " + folder.path() +
+             "/bad.obj: not a scene file Assimp can read: OBJ: vertex index out of range"},
         {R"({"lights": [{"path": "/root/world/lgt/rig/key"}]})",
          file + ": lights[0].path: the parent of '/root/world/lgt/rig/key' is missing (add it to "
                 "\"groups\" first)"},
