@@ -77,7 +77,9 @@ Matrix toMatrix(const aiMatrix4x4& m) {
 
 Vec3 toVec3(const aiVector3D& v) { return {v.x, v.y, v.z}; }
 
-bool finite(const Vec3& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+bool finite(const Vec3& v) {
+    return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
 
 bool finite(const Matrix& m) {
     return std::all_of(m.begin(), m.end(), [](double v) { return std::isfinite(v); });
@@ -100,14 +102,14 @@ std::vector<PlacedNode> placedNodes(const aiScene& scene, const Matrix& placemen
                                     std::size_t limit, const std::string& path) {
     std::vector<PlacedNode> nodes;
     std::vector<PlacedNode> pending{
-        {scene.mRootNode, sorrel::multiplyMatrices(toMatrix(scene.mRootNode->mTransformation),
-                                                   placement)}};
+        {scene.mRootNode,
+         sorrel::multiplyMatrices(toMatrix(scene.mRootNode->mTransformation), placement)}};
     while (!pending.empty()) {
         const PlacedNode placed = pending.back();
         pending.pop_back();
         if (!finite(placed.world))
-            refuse(path, "node '" + nodeName(*placed.node, "") +
-                             "' has a transform that is not finite");
+            refuse(path,
+                   "node '" + nodeName(*placed.node, "") + "' has a transform that is not finite");
         nodes.push_back(placed);
         if (nodes.size() + pending.size() + placed.node->mNumChildren > limit)
             refuse(path, "more than " + std::to_string(limit) + " nodes");
@@ -129,9 +131,8 @@ void checkSizes(const aiScene& scene, const std::vector<PlacedNode>& nodes,
             const aiMesh& mesh = *scene.mMeshes[placed.node->mMeshes[i]];
             points += mesh.mNumVertices;
             for (unsigned f = 0; f < mesh.mNumFaces; ++f)
-                triangles += mesh.mFaces[f].mNumIndices >= kTriangle
-                                 ? mesh.mFaces[f].mNumIndices - 2
-                                 : 0;
+                triangles +=
+                    mesh.mFaces[f].mNumIndices >= kTriangle ? mesh.mFaces[f].mNumIndices - 2 : 0;
             if (triangles > limits.triangles)
                 refuse(path, "more than " + std::to_string(limits.triangles) + " triangles");
             if (points > limits.points)
@@ -288,7 +289,8 @@ void setCone(const aiLight& source, LightKind kind, const ReaderQuirks& quirks,
     const double full = quirks.halfConeAngles ? 2.0 : 1.0;
     const double outer = full * source.mAngleOuterCone * kDegreesPerRadian;
     const double inner = full * source.mAngleInnerCone * kDegreesPerRadian;
-    if (std::isfinite(outer) && outer > 0.0) properties.coneAngle = std::min(outer, kMaxConeDegrees);
+    if (std::isfinite(outer) && outer > 0.0)
+        properties.coneAngle = std::min(outer, kMaxConeDegrees);
     if (std::isfinite(inner) && inner >= 0.0 && inner <= outer)
         properties.coneFalloff = (std::min(outer, kMaxConeDegrees) - inner) / 2.0;
 }
@@ -324,8 +326,8 @@ void addCameras(const aiScene& scene, const std::map<std::string, Matrix>& world
         const aiCamera& source = *scene.mCameras[i];
         const Matrix world = worldOf(worlds, source.mName, placement);
         NamedCamera named;
-        named.name = uniqueName(source.mName.length > 0 ? source.mName.C_Str() : "camera",
-                                taken.cameras);
+        named.name =
+            uniqueName(source.mName.length > 0 ? source.mName.C_Str() : "camera", taken.cameras);
         CameraDescription& camera = named.camera;
         const Vec3 own = quirks.cameraPositionRepeatsNode ? Vec3{} : toVec3(source.mPosition);
         camera.eye = sorrel::transformPoint(own, world);
@@ -334,12 +336,13 @@ void addCameras(const aiScene& scene, const std::map<std::string, Matrix>& world
         if (!finite(camera.eye) || sorrel::length(look) == 0.0)
             refuse(path, "camera '" + named.name + "' has no finite place or direction");
         camera.target = camera.eye + look;  // moved to the scene's depth by aimImportedLights
-        const double aspect = source.mAspect > 0.0f ? source.mAspect
-                                                    : double(camera.width) / camera.height;
+        const double aspect =
+            source.mAspect > 0.0f ? source.mAspect : double(camera.width) / camera.height;
         // The readers give the full horizontal angle, whatever Assimp's header says.
-        const double vertical = quirks.fovIsVerticalTimesAspect
-                                    ? source.mHorizontalFOV / aspect
-                                    : 2.0 * std::atan(std::tan(source.mHorizontalFOV / 2.0) / aspect);
+        const double vertical =
+            quirks.fovIsVerticalTimesAspect
+                ? source.mHorizontalFOV / aspect
+                : 2.0 * std::atan(std::tan(source.mHorizontalFOV / 2.0) / aspect);
         if (std::isfinite(vertical) && vertical > 0.0)
             camera.fovDegrees =
                 std::clamp(vertical * kDegreesPerRadian, kMinFovDegrees, kMaxFovDegrees);
@@ -389,7 +392,8 @@ void aimImportedLights(SceneDescription& scene) {
         CameraDescription& camera = named.camera;
         const Vec3 look = sorrel::normalizedOrZero(camera.target - camera.eye);
         camera.target =
-            camera.eye + look * distanceToFirstSurface(scene.meshes, camera.eye, look).value_or(size);
+            camera.eye +
+            look * distanceToFirstSurface(scene.meshes, camera.eye, look).value_or(size);
     }
 }
 

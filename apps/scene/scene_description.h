@@ -45,7 +45,7 @@ struct AssetDescription {
     std::string name;  // the scene's name for it; its meshes' names start with it
     std::string file;  // as the scene file names it
     std::string path;  // where it was read from
-    Matrix transform = sorrel::kIdentity;  // placing the whole asset in the world
+    Matrix transform = sorrel::kIdentity;      // placing the whole asset in the world
     std::optional<sorrel::Material> material;  // given by the scene, over the asset's own
 };
 
@@ -96,8 +96,8 @@ struct TourDescription {
 using OptionValue = std::variant<int, double, std::string, std::vector<std::string>>;
 
 struct SceneDescription {
-    std::string file;  // where it was read from
-    CameraDescription camera;  // the view it opens with
+    std::string file;                  // where it was read from
+    CameraDescription camera;          // the view it opens with
     std::vector<NamedCamera> cameras;  // the assets' cameras, in file order
     std::vector<AssetDescription> assets;
     std::vector<MeshDescription> meshes;

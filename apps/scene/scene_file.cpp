@@ -10,8 +10,8 @@
 #include "apps/scene/json_node.h"
 #include "apps/scene/light_kind.h"
 #include "apps/scene/placement_modes.h"
-#include "host/core/names.h"
 #include "apps/scene/scene_framing.h"
+#include "host/core/names.h"
 #include "host/render/primitive_meshes.h"
 #include "host/siblings/light_orientation.h"
 #include "host/viewer/scene.h"
@@ -149,8 +149,8 @@ void readAsset(const JsonNode& node, const std::string& folder, TakenNames& take
     asset.name = node["name"].text();
     const JsonNode file = node["file"];
     asset.file = file.text();
-    asset.path = !asset.file.empty() && asset.file.front() == '/' ? asset.file
-                                                                   : folder + "/" + asset.file;
+    asset.path =
+        !asset.file.empty() && asset.file.front() == '/' ? asset.file : folder + "/" + asset.file;
     if (!std::ifstream(asset.path)) file.fail("no mesh file '" + asset.path + "'");
     if (const auto transform = node.find("transform")) asset.transform = readTransform(*transform);
     if (const auto material = node.find("material")) asset.material = readMaterial(*material);
@@ -221,7 +221,8 @@ LightDescription readLight(const JsonNode& node) {
     if (const auto kind = node.find("kind")) {
         const std::string name = kind->text();
         const std::optional<LightKind> known = lightKindNamed(name);
-        if (!known) kind->fail("unknown kind '" + name + "' (known: spot, point, directional, area)");
+        if (!known)
+            kind->fail("unknown kind '" + name + "' (known: spot, point, directional, area)");
         light.kind = *known;
     }
     readLightPlacement(node, light);
@@ -367,10 +368,12 @@ SceneDescription parseScene(const std::string& text, const std::string& file,
         // A number past what a double holds, such as 1e400: the parser names it, not where.
         const std::string message = error.what();
         const std::size_t code = message.find("] ");
-        const std::string complaint = code == std::string::npos ? message : message.substr(code + 2);
+        const std::string complaint =
+            code == std::string::npos ? message : message.substr(code + 2);
         const std::size_t quote = complaint.find('\'');
-        const std::string number =
-            quote == std::string::npos ? "" : complaint.substr(quote + 1, complaint.size() - quote - 2);
+        const std::string number = quote == std::string::npos
+                                       ? ""
+                                       : complaint.substr(quote + 1, complaint.size() - quote - 2);
         const std::size_t at = number.empty() ? std::string::npos : text.find(number);
         throw SceneFileError(file + (at == std::string::npos ? "" : ":" + lineAndColumn(text, at)) +
                              ": " + complaint + " (past the largest number a double holds)");

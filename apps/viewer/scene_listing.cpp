@@ -35,7 +35,8 @@ std::string lightLine(const char* word, const LightDescription& light, const Mat
 std::string sceneListing(const SceneDescription& scene) {
     std::string text;
     for (const MeshDescription& mesh : scene.meshes)
-        text += "mesh " + mesh.name + " " + std::to_string(mesh.mesh.triangleCorners().size()) + "\n";
+        text +=
+            "mesh " + mesh.name + " " + std::to_string(mesh.mesh.triangleCorners().size()) + "\n";
     const std::map<std::string, Matrix> groups = groupWorlds(scene);
     for (const LightDescription& light : scene.lights) {
         const auto parent = groups.find(sorrel::parentOf(light.path));
@@ -44,7 +45,8 @@ std::string sceneListing(const SceneDescription& scene) {
                               ? light.local
                               : sorrel::multiplyMatrices(light.local, parent->second));
     }
-    for (const LightDescription& light : scene.usdLights) text += lightLine("usdlight", light, light.local);
+    for (const LightDescription& light : scene.usdLights)
+        text += lightLine("usdlight", light, light.local);
     for (const NamedCamera& camera : scene.cameras) text += "camera " + camera.name + "\n";
     return text;
 }

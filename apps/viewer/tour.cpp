@@ -168,15 +168,14 @@ private:
 
         const std::size_t number = report_.modes.size();
         writeFrame(twoDigits(number) + "-" + modeSlug(label) + ".png",
-                   twoDigits(number) + " " + modeTitle(label),
-                   caption(step), pixel);
+                   twoDigits(number) + " " + modeTitle(label), caption(step), pixel);
     }
 
     /// Where the light went, and what the manipulator's flags made of it.
     std::string caption(const ModeStep& step) {
-        std::string text = step.moved ? "light to " + fixedTriple(step.position, 1)
-                                      : step.flags.positionLocked ? "position locked"
-                                                                  : "nothing moved";
+        std::string text = step.moved                  ? "light to " + fixedTriple(step.position, 1)
+                           : step.flags.positionLocked ? "position locked"
+                                                       : "nothing moved";
         if (step.moved && step.flags.fixedRotation) text += ", not turned";
         if (step.flags.handleAtOrigin) text += ", handle at origin";
         if (step.flags.shadowHandles)

@@ -8,11 +8,11 @@ namespace sorrel {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr double kStarRadius = 0.12;    // world units
-constexpr double kConeLength = 0.6;     // world units
-constexpr double kMarkerRadius = 0.32;  // world units
-constexpr double kCrossRadius = 0.15;   // world units
-constexpr double kShadowSquare = 0.22;  // world units, centre to corner
+constexpr double kStarRadius = 0.12;        // world units
+constexpr double kConeLength = 0.6;         // world units
+constexpr double kMarkerRadius = 0.32;      // world units
+constexpr double kCrossRadius = 0.15;       // world units
+constexpr double kShadowSquare = 0.22;      // world units, centre to corner
 constexpr double kShadowLineOffset = 0.04;  // world units
 constexpr int kCircleSegments = 24;
 constexpr int kConeEdges = 4;

@@ -163,8 +163,7 @@ void SceneRenderer::setLights(const Viewport& viewport,
     shadowMaps_.bind(kShadowTextureUnit);
 }
 
-void SceneRenderer::drawLightGizmos(const Viewport& viewport,
-                                    const std::vector<SceneLight>& lights,
+void SceneRenderer::drawLightGizmos(const Viewport& viewport, const std::vector<SceneLight>& lights,
                                     const GLBeamwrightManipulator* manipulator) {
     lines_.use();
     lines_.set("viewProjection", viewProjectionOf(viewport));
@@ -182,7 +181,8 @@ void SceneRenderer::drawLightGizmos(const Viewport& viewport,
         if (!light.selected) continue;
         ManipulatorMarkerStyle style;
         style.handleAtOrigin = flags.handleAtOrigin;
-        if (flags.shadowHandles) style.shadowFallDistance = manipulator->shadowFallDistance(light.path);
+        if (flags.shadowHandles)
+            style.shadowFallDistance = manipulator->shadowFallDistance(light.path);
         addManipulatorMarker(lineBatch_, light, right, up, style);
     }
     glDisable(GL_DEPTH_TEST);

@@ -39,8 +39,9 @@ ManipulatorFlags GLBeamwrightManipulator::flags() const {
 
 double GLBeamwrightManipulator::shadowFallDistance(const std::string& lightPath) const {
     const Location* light = delegate_.scene().find(lightPath);
-    const auto own =
-        light != nullptr ? readDouble(light->attributes.child(std::string(names::kGeometry) + "." + names::kShadowFallDistance))
+    const auto own = light != nullptr
+                         ? readDouble(light->attributes.child(std::string(names::kGeometry) + "." +
+                                                              names::kShadowFallDistance))
                          : std::nullopt;
     return own && std::isfinite(*own) && *own > 0.0 ? *own : defaultShadowFallDistance;
 }

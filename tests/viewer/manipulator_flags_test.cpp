@@ -122,11 +122,11 @@ TEST_F(ManipulatorFlags, ALockedPositionHoldsTheLightWhereItStands) {
         return flags;
     });
     const auto lightData = [] {
-        return sorrel::groupAttr({{sorrel::names::kLightDataPosition, sorrel::doublesAttr({1, 2, 3})},
-                                  {sorrel::names::kLightDataDirection, sorrel::doublesAttr({0, -1, 0})}});
+        return sorrel::groupAttr(
+            {{sorrel::names::kLightDataPosition, sorrel::doublesAttr({1, 2, 3})},
+             {sorrel::names::kLightDataDirection, sorrel::doublesAttr({0, -1, 0})}});
     };
-    const std::uint64_t id =
-        sorrel::OptionIdGenerator::instance().idOf(sorrel::names::kLightData);
+    const std::uint64_t id = sorrel::OptionIdGenerator::instance().idOf(sorrel::names::kLightData);
     handle.setOption(id, lightData());
     EXPECT_EQ(counts.held, 1u);
     EXPECT_EQ(counts.moves, 0u);
@@ -145,6 +145,7 @@ TEST_F(ManipulatorFlags, TheTourRunsOnAnAssetPlacingItsFirstLight) {
     scene.lights.resize(1);
     // Back far enough that the handle stays in view at any distance the modes give it.
     scene.camera.eye = {0, 3, 20};
+    scene.camera.width = kWidth, scene.camera.height = kHeight;
     open(scene);
     const TourReport report = runTour(*session, *context, folder.path());
     EXPECT_EQ(report.light, "/root/world/lgt/Key_Light_001");

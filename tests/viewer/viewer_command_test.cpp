@@ -50,8 +50,9 @@ TEST_F(ViewerCommand, ListPrintsTheAssetAndExitsZero) {
     const std::string gltf = testing_support::writeGltfScene(folder);
     const Outcome outcome = runViewer(folder, "'" + gltf + "' --list");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
-    EXPECT_EQ(outcome.out.rfind("mesh floor 2\nmesh crate 2\nlight /root/world/lgt/Key_Light_001 ", 0),
-              0u)
+    EXPECT_EQ(
+        outcome.out.rfind("mesh floor 2\nmesh crate 2\nlight /root/world/lgt/Key_Light_001 ", 0),
+        0u)
         << outcome.out;
     EXPECT_NE(outcome.out.find("\ncamera shot\n"), std::string::npos) << outcome.out;
 }
@@ -107,9 +108,8 @@ TEST_F(ViewerCommand, EachBadInputEndsWithOneLineNamingTheFileAndANonZeroExit) {
     std::filesystem::remove(dir + "/quad.bin");
     const Outcome missing = runViewer(folder, "'" + unbuffered + "' --list");
     EXPECT_EQ(missing.status, 1);
-    EXPECT_EQ(missing.err.rfind("beamwright-viewer: " + unbuffered +
-                                    ": not a scene file Assimp can read: ",
-                                0),
+    EXPECT_EQ(missing.err.rfind(
+                  "beamwright-viewer: " + unbuffered + ": not a scene file Assimp can read: ", 0),
               0u)
         << missing.err;
 }
