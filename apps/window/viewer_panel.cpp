@@ -6,6 +6,7 @@
 #include <string>
 
 #include "apps/scene/placement_modes.h"
+#include "apps/window/camera_list.h"
 #include "apps/window/window_input.h"
 #include "host/core/names.h"
 
@@ -26,8 +27,9 @@ constexpr float kDistanceDragSpeed = 0.05f;
 /// Lines the history shows at once.
 constexpr float kHistoryLines = 5.0f;
 /// Lines of text below the light list: the hovered light, the history's
-/// heading, its lines and their frame, the status, a heading, two times.
-constexpr float kLinesBelowLights = 7.0f + kHistoryLines;
+/// heading, its lines and their frame, the status, a heading, two times, and
+/// the camera list.
+constexpr float kLinesBelowLights = 7.0f + kHistoryLines + kCameraListLines;
 constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 
@@ -104,7 +106,7 @@ std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInf
                                            const PanelArea& area) {
     ImGui::SetNextWindowPos(ImVec2(area.x, 0.0f));
     ImGui::SetNextWindowSize(ImVec2(area.width, area.height));
-    ImGui::Begin("Beamwright", nullptr, kPanelFlags);
+    ImGui::Begin(kPanelName, nullptr, kPanelFlags);
     modeList(options);
     ImGui::Separator();
     optionFields(options);

@@ -19,6 +19,7 @@
 #include "apps/viewer/viewer_session.h"
 #include "apps/window/glfw_window.h"
 #include "apps/window/layer_options.h"
+#include "apps/window/camera_list.h"
 #include "apps/window/orbit_camera.h"
 #include "apps/window/panel_context.h"
 #include "apps/window/viewer_panel.h"
@@ -79,6 +80,8 @@ WindowViewer::WindowViewer(const SceneDescription& scene, const sorrel::PluginLi
       options_(layerOptionsAfter(scene.options)) {
     const CameraDescription& camera = scene.camera;
     camera_ = orbitCameraLookingAt(camera.eye, camera.target, camera.fovDegrees);
+    for (std::size_t i = 0; i < scene.cameras.size() && !cameraIndex_; ++i)
+        if (sorrel::length(scene.cameras[i].camera.eye - camera.eye) == 0.0) cameraIndex_ = i;
     applyCamera();
     session_.picking().observePasses(
         [this](const sorrel::PickPass& pass) { observePickingPass(pass); });
@@ -409,6 +412,13 @@ void WindowViewer::moveCamera(const OrbitCamera& camera) {
     applyCamera();
 }
 
+void WindowViewer::showCamera(std::size_t index) {
+    const CameraDescription& camera = session_.scene().cameras.at(index).camera;
+    moveCamera(orbitCameraLookingAt(camera.eye, camera.target, camera.fovDegrees));
+    cameraIndex_ = index;
+    report_.camera(eyeOf(camera_), camera_.target);
+}
+
 void WindowViewer::applyCamera() {
     const sorrel::Vec3 eye = eyeOf(camera_);
     const double eyeXyz[3] = {eye.x, eye.y, eye.z};
@@ -454,6 +464,8 @@ void WindowViewer::drawFrame() {
     const std::optional<std::string> clicked = drawViewerPanel(edited, panelInfo(), area);
     setOptions(edited);
     if (clicked) select(*clicked);
+    if (const auto chosen = drawCameraList(kPanelName, session_.scene().cameras, cameraIndex_))
+        showCamera(*chosen);
 
     const sorrel::LayerObject* const handles = &session_.handlesLayer();
     session_.drawFrame([this, handles](const sorrel::LayerObject& layer, double seconds) {

@@ -130,6 +130,8 @@ private:
     void setOptions(const LayerOptions& wanted);
 
     void moveCamera(const OrbitCamera& camera);
+    /// Switches the view to the scene's camera `index`.
+    void showCamera(std::size_t index);
 
     void applyCamera();
 
@@ -154,6 +156,7 @@ private:
     const std::set<std::string> usdLights_;
 
     OrbitCamera camera_;
+    std::optional<std::size_t> cameraIndex_;  // the scene's camera the view last switched to
     LayerOptions options_;
     std::vector<std::string> usdSelection_;
 
