@@ -16,9 +16,8 @@ std::optional<std::size_t> drawCameraList(const char* panel,
     // Begin on a window of this frame adds to it, below what it holds.
     ImGui::Begin(panel);
     ImGui::Separator();
-    const char* const shown = current && *current < cameras.size()
-                                  ? cameras[*current].name.c_str()
-                                  : kNoCamera;
+    const char* const shown =
+        current && *current < cameras.size() ? cameras[*current].name.c_str() : kNoCamera;
     if (ImGui::BeginCombo("Camera", shown)) {
         for (std::size_t i = 0; i < cameras.size(); ++i) {
             const std::string row = cameras[i].name + "##camera" + std::to_string(i);
