@@ -7,16 +7,10 @@
 
 #include "apps/scene/asset_import.h"
 
-#include <assimp/postprocess.h>
-#include <assimp/scene.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <assimp/Exporter.hpp>
-#include <assimp/Importer.hpp>
 #include <cmath>
-#include <memory>
-#include <vector>
 
 #include "apps/scene/scene_file.h"
 #include "apps/viewer/scene_listing.h"
@@ -108,48 +102,21 @@ TEST_F(AssetImport, AGltfBringsItsObjectsMaterialsLightsAndCameraWhereTheFilePut
 }
 
 TEST_F(AssetImport, EachFormatAssimpWritesComesBackWithItsMeshesAndWhatItCarries) {
-    const std::string gltf = testing_support::writeGltfScene(folder);
-    Assimp::Importer importer;
-    ASSERT_NE(importer.ReadFile(gltf, aiProcess_ValidateDataStructure), nullptr)
-        << importer.GetErrorString();
-    const std::unique_ptr<aiScene> source(importer.GetOrphanedScene());
-    // The exporters cannot copy the glTF reader's nested node metadata.
-    for (std::vector<aiNode*> nodes{source->mRootNode}; !nodes.empty();) {
-        aiNode* const node = nodes.back();
-        nodes.pop_back();
-        delete node->mMetaData;
-        node->mMetaData = nullptr;
-        nodes.insert(nodes.end(), node->mChildren, node->mChildren + node->mNumChildren);
-    }
-    const struct {
-        const char* format;  // Assimp's exporter id
-        const char* file;
-        bool lightsAndCamera;  // the format carries them
-    } formats[] = {
-        // Assimp's binary FBX writer makes files its own reader refuses; the ASCII one
-        // is read, lights and all. Its glTF writers leave lights and cameras out.
-        {"glb2", "set.glb", false}, {"collada", "set.dae", true}, {"fbxa", "set.fbx", false},
-        {"obj", "set.obj", false},  {"ply", "set.ply", false},    {"stl", "set.stl", false},
-        {"3ds", "set.3ds", false},
-    };
-    Assimp::Exporter exporter;
-    for (const auto& format : formats) {
-        const std::string path = folder.path() + "/" + format.file;
-        ASSERT_EQ(exporter.Export(source.get(), format.format, path), aiReturn_SUCCESS)
-            << format.format << ": " << exporter.GetErrorString();
+    for (const auto& [path, lightsAndCamera] : testing_support::writeEveryFormat(folder)) {
+        const std::string format = path.substr(path.rfind('.'));
         const SceneDescription scene = loadScene(path);
-        EXPECT_EQ(triangles(scene), 4u) << format.file;
-        EXPECT_FALSE(scene.meshes.empty()) << format.file;
-        if (format.lightsAndCamera) {
-            EXPECT_EQ(scene.lights.size(), 2u) << format.file;
-            EXPECT_EQ(scene.cameras.size(), 1u) << format.file;
+        EXPECT_EQ(triangles(scene), 4u) << format;
+        EXPECT_FALSE(scene.meshes.empty()) << format;
+        if (lightsAndCamera) {
+            EXPECT_EQ(scene.lights.size(), 2u) << format;
+            EXPECT_EQ(scene.cameras.size(), 1u) << format;
             EXPECT_TRUE(std::none_of(scene.lights.begin(), scene.lights.end(),
                                      [](const LightDescription& l) { return l.defaultRig; }))
-                << format.file;
+                << format;
         } else if (scene.lights.empty() || scene.lights.front().defaultRig) {
             // Without lights of its own, the default rig stands about the asset.
-            ASSERT_EQ(scene.lights.size(), 3u) << format.file;
-            EXPECT_TRUE(scene.lights[0].defaultRig) << format.file;
+            ASSERT_EQ(scene.lights.size(), 3u) << format;
+            EXPECT_TRUE(scene.lights[0].defaultRig) << format;
         }
     }
 }

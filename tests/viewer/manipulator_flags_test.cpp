@@ -1,7 +1,8 @@
 // The stand-in manipulator honours the placement layer's flags: in "Fixed
 // Rotation" the light moves without turning, a locked position holds the light
 // where it stands, the shadow handles show in "Shadow" only; and the tour runs
-// on an asset with a light of its own, placing and hovering that one light.
+// on an asset with a light of its own, placing and hovering that one light,
+// and on the same scene in every format Assimp writes.
 
 #include <gtest/gtest.h>
 
@@ -151,6 +152,19 @@ TEST_F(ManipulatorFlags, TheTourRunsOnAnAssetPlacingItsFirstLight) {
     EXPECT_EQ(report.light, "/root/world/lgt/Key_Light_001");
     EXPECT_EQ(report.hoveredLight, report.light);
     EXPECT_EQ(report.modes.size(), 12u);
+}
+
+TEST_F(ManipulatorFlags, TheTourRunsOnEveryFormat) {
+    testing_support::TempFolder folder;
+    for (const auto& written : testing_support::writeEveryFormat(folder)) {
+        SceneDescription scene = loadScene(written.path);
+        scene.camera.width = kWidth, scene.camera.height = kHeight;
+        open(scene);
+        const TourReport report = runTour(*session, *context, folder.path());
+        EXPECT_EQ(report.light, scene.lights.front().path) << written.path;
+        EXPECT_FALSE(report.packageLight.empty()) << written.path;
+        session.reset();
+    }
 }
 
 }  // namespace

@@ -3,9 +3,16 @@
 // objects sharing one quad, a spot and a point light (KHR_lights_punctual) and a
 // camera, its buffer in a .bin beside it; and an OBJ with two groups and an MTL.
 
+#include <assimp/scene.h>
+
+#include <assimp/Exporter.hpp>
+#include <assimp/Importer.hpp>
 #include <cstdint>
 #include <cstring>
+#include <memory>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "tests/support/temp_folder.h"
 
@@ -60,6 +67,48 @@ inline std::string gltfScene(const std::string& nodesExtra = "", int indexCount 
 inline std::string writeGltfScene(const TempFolder& folder, const std::string& name = "set.gltf") {
     folder.write("quad.bin", quadBuffer());
     return folder.write(name, gltfScene());
+}
+
+/// A file of each format Assimp writes, and whether it keeps lights and a camera.
+struct WrittenAsset {
+    std::string path;
+    bool lightsAndCamera;
+};
+
+/// The glTF scene written again by Assimp's exporters: glb, Collada, ASCII FBX
+/// (its binary FBX writer makes files its own reader refuses), OBJ with MTL,
+/// PLY, STL and 3DS. Of these, Collada alone keeps the lights and the camera.
+inline std::vector<WrittenAsset> writeEveryFormat(const TempFolder& folder) {
+    Assimp::Importer importer;
+    if (importer.ReadFile(writeGltfScene(folder), 0) == nullptr)
+        throw std::runtime_error(importer.GetErrorString());
+    const std::unique_ptr<aiScene> source(importer.GetOrphanedScene());
+    // The exporters cannot copy the glTF reader's nested node metadata.
+    for (std::vector<aiNode*> nodes{source->mRootNode}; !nodes.empty();) {
+        aiNode* const node = nodes.back();
+        nodes.pop_back();
+        delete node->mMetaData;
+        node->mMetaData = nullptr;
+        nodes.insert(nodes.end(), node->mChildren, node->mChildren + node->mNumChildren);
+    }
+    const struct {
+        const char* format;  // Assimp's exporter id
+        const char* file;
+        bool lightsAndCamera;
+    } formats[] = {
+        {"glb2", "set.glb", false}, {"collada", "set.dae", true}, {"fbxa", "set.fbx", false},
+        {"obj", "set.obj", false},  {"ply", "set.ply", false},    {"stl", "set.stl", false},
+        {"3ds", "set.3ds", false},
+    };
+    Assimp::Exporter exporter;
+    std::vector<WrittenAsset> written;
+    for (const auto& format : formats) {
+        const std::string path = folder.path() + "/" + format.file;
+        if (exporter.Export(source.get(), format.format, path) != aiReturn_SUCCESS)
+            throw std::runtime_error(std::string(format.format) + ": " + exporter.GetErrorString());
+        written.push_back({path, format.lightsAndCamera});
+    }
+    return written;
 }
 
 /// Two groups, "left" (a red triangle about x = -2) and "right" (a blue quad
