@@ -49,9 +49,23 @@ struct AssetDescription {
     std::optional<sorrel::Material> material;  // given by the scene, over the asset's own
 };
 
+/// A built-in shape as the scene file gives it; what the shape leaves unused
+/// keeps its default.
+struct ShapeDescription {
+    std::string shape;         // plane, box, sphere, cylinder or torus
+    Vec3 size{1.0, 1.0, 1.0};  // a box's sides; a plane's width and depth in x and z
+    int divisions = 1;         // a plane's quads a side
+    double radius = 1.0;       // a sphere's or a cylinder's
+    double height = 1.0;       // a cylinder's
+    double majorRadius = 1.0;  // a torus's, to the tube's centre
+    double minorRadius = 0.3;  // a torus's tube
+};
+
 struct MeshDescription {
     std::string name;
     sorrel::Mesh mesh;  // placed in the world, with its material
+    /// The shape it was built from, for a shape the scene file describes.
+    std::optional<ShapeDescription> shape;
     /// The index into SceneDescription::assets of the asset it came from;
     /// nothing for a shape the scene file describes.
     std::optional<std::size_t> asset;

@@ -100,45 +100,53 @@ sorrel::Material readMaterial(const JsonNode& node) {
     return material;
 }
 
-Mesh readShape(const JsonNode& node, const std::string& shape) {
+ShapeDescription readShape(const JsonNode& node, const std::string& name) {
     const auto number = [&node](const char* key, double fallback) {
         return node.has(key) ? node[key].positive() : fallback;
     };
-    if (shape == "plane") {
+    ShapeDescription shape;
+    shape.shape = name;
+    if (name == "plane") {
         node.expectKeys({"name", "shape", "size", "divisions", "transform", "material"});
-        Vec3 size{10.0, 0.0, 10.0};
+        shape.size = {10.0, 0.0, 10.0};
         if (const auto s = node.find("size")) {
             const std::vector<JsonNode> sides = s->elements();
             if (sides.size() != 2) s->fail("expected [width, depth]");
-            size = {sides[0].positive(), 0.0, sides[1].positive()};
+            shape.size = {sides[0].positive(), 0.0, sides[1].positive()};
         }
-        const int divisions = node.has("divisions") ? node["divisions"].integer() : 1;
-        if (divisions < 1 || divisions > kMaxDivisions)
+        shape.divisions = node.has("divisions") ? node["divisions"].integer() : 1;
+        if (shape.divisions < 1 || shape.divisions > kMaxDivisions)
             node["divisions"].fail("expected 1 to " + std::to_string(kMaxDivisions) +
-                                   " divisions, got " + std::to_string(divisions));
-        return Mesh::plane(size.x, size.z, divisions);
-    }
-    if (shape == "box") {
+                                   " divisions, got " + std::to_string(shape.divisions));
+    } else if (name == "box") {
         node.expectKeys({"name", "shape", "size", "transform", "material"});
-        const Vec3 size = node.has("size") ? node["size"].vec3() : Vec3{1.0, 1.0, 1.0};
-        if (!(size.x > 0 && size.y > 0 && size.z > 0))
+        if (node.has("size")) shape.size = node["size"].vec3();
+        if (!(shape.size.x > 0 && shape.size.y > 0 && shape.size.z > 0))
             node["size"].fail("expected sides greater than 0");
-        return Mesh::box(size);
-    }
-    if (shape == "sphere") {
+    } else if (name == "sphere") {
         node.expectKeys({"name", "shape", "radius", "transform", "material"});
-        return sorrel::sphereMesh(number("radius", 1.0));
-    }
-    if (shape == "cylinder") {
+        shape.radius = number("radius", 1.0);
+    } else if (name == "cylinder") {
         node.expectKeys({"name", "shape", "radius", "height", "transform", "material"});
-        return sorrel::cylinderMesh(number("radius", 0.5), number("height", 1.0));
-    }
-    if (shape == "torus") {
+        shape.radius = number("radius", 0.5);
+        shape.height = number("height", 1.0);
+    } else if (name == "torus") {
         node.expectKeys({"name", "shape", "majorRadius", "minorRadius", "transform", "material"});
-        return sorrel::torusMesh(number("majorRadius", 1.0), number("minorRadius", 0.3));
+        shape.majorRadius = number("majorRadius", 1.0);
+        shape.minorRadius = number("minorRadius", 0.3);
+    } else {
+        node["shape"].fail("unknown shape '" + name +
+                           "' (known: plane, box, sphere, cylinder, torus)");
     }
-    node["shape"].fail("unknown shape '" + shape +
-                       "' (known: plane, box, sphere, cylinder, torus)");
+    return shape;
+}
+
+Mesh buildShape(const ShapeDescription& shape) {
+    if (shape.shape == "plane") return Mesh::plane(shape.size.x, shape.size.z, shape.divisions);
+    if (shape.shape == "box") return Mesh::box(shape.size);
+    if (shape.shape == "sphere") return sorrel::sphereMesh(shape.radius);
+    if (shape.shape == "cylinder") return sorrel::cylinderMesh(shape.radius, shape.height);
+    return sorrel::torusMesh(shape.majorRadius, shape.minorRadius);
 }
 
 /// The asset a mesh entry names, brought in whole under its transform.
@@ -182,7 +190,8 @@ void readMesh(const JsonNode& node, const std::string& folder, TakenNames& taken
     if (node.has("file")) return readAsset(node, folder, taken, scene);
     MeshDescription description;
     description.name = name;
-    description.mesh = readShape(node, node["shape"].text());
+    description.shape = readShape(node, node["shape"].text());
+    description.mesh = buildShape(*description.shape);
     if (const auto transform = node.find("transform"))
         description.mesh.world = readTransform(*transform);
     if (const auto material = node.find("material"))

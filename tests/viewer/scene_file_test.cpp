@@ -77,6 +77,16 @@ TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
         {sorrel::names::kEnabled, 1},
         {sorrel::names::kMode, std::string("Normal")}};
     EXPECT_EQ(scene.options, options);
+    // Where each mesh came from, as a writer would write it back.
+    ASSERT_EQ(scene.meshes.size(), 3u);
+    ASSERT_TRUE(scene.meshes[0].shape.has_value());
+    EXPECT_EQ(scene.meshes[0].shape->shape, "plane");
+    EXPECT_TRUE(near(scene.meshes[0].shape->size, {20, 0, 20}, kTolerance));
+    EXPECT_EQ(scene.meshes[1].shape->radius, 1.0);
+    EXPECT_FALSE(scene.meshes[2].shape.has_value());
+    ASSERT_EQ(scene.meshes[2].asset, std::optional<std::size_t>(0));
+    EXPECT_EQ(scene.assets.at(0).file, "cube.obj");
+    EXPECT_EQ(scene.assets.at(0).name, "cube");
 
     sorrel::ViewerStage stage(320, 240, scene.camera.eye, scene.camera.target);
     vrt::Stage usdStage;
