@@ -101,6 +101,22 @@ TEST_F(AssetImport, AGltfBringsItsObjectsMaterialsLightsAndCameraWhereTheFilePut
               "camera shot\n");
 }
 
+TEST_F(AssetImport, ADirectionalLightStandsBackAlongItsAimByTheScenesSize) {
+    folder.write("quad.bin", testing_support::quadBuffer());
+    std::string text = testing_support::gltfScene();
+    text.replace(text.find(R"("type": "point")"), 15, R"("type": "directional")");
+    const SceneDescription scene = loadScene(folder.write("sun.gltf", text));
+    const LightDescription& sun = scene.lights.at(1);
+    EXPECT_EQ(sun.kind, LightKind::Directional);
+    // The floor spans x and z from -5 to 5 at y = 0, the crate stands at y = 1.
+    const Vec3 centre{0, 0.5, 0};
+    const double size = std::sqrt(10.0 * 10.0 + 1.0 + 10.0 * 10.0);
+    EXPECT_TRUE(near(aimOf(sun), {0, 0, -1}, kTolerance));
+    EXPECT_TRUE(near(positionOf(sun), centre + Vec3{0, 0, size}, kTolerance));
+    // Along its aim it meets nothing, so its centre of interest is the scene's size.
+    EXPECT_NEAR(sun.centerOfInterest, size, kTolerance);
+}
+
 TEST_F(AssetImport, EachFormatAssimpWritesComesBackWithItsMeshesAndWhatItCarries) {
     for (const auto& [path, lightsAndCamera] : testing_support::writeEveryFormat(folder)) {
         const std::string format = path.substr(path.rfind('.'));
