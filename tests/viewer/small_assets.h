@@ -63,6 +63,22 @@ inline std::string gltfScene(const std::string& nodesExtra = "", int indexCount 
 })";
 }
 
+/// The glTF scene with a second camera, "top", twelve units above the origin
+/// looking down.
+inline std::string gltfSceneWithTwoCameras() {
+    std::string text = gltfScene();
+    const auto replace = [&text](const std::string& from, const std::string& to) {
+        text.replace(text.find(from), from.size(), to);
+    };
+    replace(R"("nodes": [0, 1, 2, 3, 4]})", R"("nodes": [0, 1, 2, 3, 4, 5]})");
+    replace(R"("camera": 0}],)", R"("camera": 0},
+    {"name": "top", "translation": [0, 12, 0], "rotation": [-0.70710678, 0, 0, 0.70710678],
+     "camera": 1}],)");
+    replace(R"("zfar": 100}}],)", R"("zfar": 100}},
+              {"type": "perspective", "name": "top", "perspective": {"yfov": 0.8, "znear": 0.1}}],)");
+    return text;
+}
+
 /// Writes the glTF scene and its buffer into `folder`; returns the .gltf's path.
 inline std::string writeGltfScene(const TempFolder& folder, const std::string& name = "set.gltf") {
     folder.write("quad.bin", quadBuffer());
