@@ -8,24 +8,20 @@ namespace {
 constexpr const char* kNoCamera = "(the view as moved)";
 }  // namespace
 
-std::optional<std::size_t> drawCameraList(const char* panel,
-                                          const std::vector<NamedCamera>& cameras,
+std::optional<std::size_t> drawCameraList(const std::vector<std::string>& cameras,
                                           std::optional<std::size_t> current) {
     if (cameras.empty()) return std::nullopt;
     std::optional<std::size_t> chosen;
-    // Begin on a window of this frame adds to it, below what it holds.
-    ImGui::Begin(panel);
-    ImGui::Separator();
     const char* const shown =
-        current && *current < cameras.size() ? cameras[*current].name.c_str() : kNoCamera;
+        current && *current < cameras.size() ? cameras[*current].c_str() : kNoCamera;
     if (ImGui::BeginCombo("Camera", shown)) {
         for (std::size_t i = 0; i < cameras.size(); ++i) {
-            const std::string row = cameras[i].name + "##camera" + std::to_string(i);
+            const std::string row = cameras[i] + "##camera" + std::to_string(i);
             if (ImGui::Selectable(row.c_str(), current == i)) chosen = i;
         }
         ImGui::EndCombo();
     }
-    ImGui::End();
+    ImGui::Separator();
     return chosen;
 }
 

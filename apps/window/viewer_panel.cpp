@@ -27,9 +27,8 @@ constexpr float kDistanceDragSpeed = 0.05f;
 /// Lines the history shows at once.
 constexpr float kHistoryLines = 5.0f;
 /// Lines of text below the light list: the hovered light, the history's
-/// heading, its lines and their frame, the status, a heading, two times, and
-/// the camera list.
-constexpr float kLinesBelowLights = 7.0f + kHistoryLines + kCameraListLines;
+/// heading, its lines and their frame, the status, a heading, two times.
+constexpr float kLinesBelowLights = 7.0f + kHistoryLines;
 constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 
@@ -102,16 +101,17 @@ void passTime(const char* name, const std::optional<double>& milliseconds) {
 
 }  // namespace
 
-std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInfo& info,
-                                           const PanelArea& area) {
+PanelChoice drawViewerPanel(LayerOptions& options, const PanelInfo& info, const PanelArea& area) {
     ImGui::SetNextWindowPos(ImVec2(area.x, 0.0f));
     ImGui::SetNextWindowSize(ImVec2(area.width, area.height));
-    ImGui::Begin(kPanelName, nullptr, kPanelFlags);
+    ImGui::Begin("Beamwright", nullptr, kPanelFlags);
+    PanelChoice choice;
+    choice.camera = drawCameraList(info.cameras, info.camera);
     modeList(options);
     ImGui::Separator();
     optionFields(options);
     ImGui::Separator();
-    const std::optional<std::string> clicked = lightList(info.lights);
+    choice.light = lightList(info.lights);
     ImGui::Text("Hovered: %s", info.hovered.empty() ? "none" : info.hovered.c_str());
     ImGui::Separator();
     historyList(info);
@@ -121,7 +121,7 @@ std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInf
     passTime("draw pass:   ", info.drawMilliseconds);
     passTime("picking pass:", info.pickMilliseconds);
     ImGui::End();
-    return clicked;
+    return choice;
 }
 
 }  // namespace viewer

@@ -12,9 +12,6 @@
 
 namespace viewer {
 
-/// The panel's ImGui window, which other parts of the panel add to.
-constexpr const char* kPanelName = "Beamwright";
-
 struct PanelLight {
     std::string path;
     bool selected = false;
@@ -33,6 +30,15 @@ struct PanelInfo {
     std::size_t historyDone = 0;
     /// What the latest action did, when it is worth saying ("nothing placed: ...").
     std::string status;
+    /// The scene's cameras, and the one the view last switched to.
+    std::vector<std::string> cameras;
+    std::optional<std::size_t> camera;
+};
+
+/// What a person chose in the panel this frame.
+struct PanelChoice {
+    std::optional<std::string> light;   // clicked in the light list
+    std::optional<std::size_t> camera;  // an index into PanelInfo::cameras
 };
 
 /// The panel's area of the window, pixels from the top left corner.
@@ -43,8 +49,7 @@ struct PanelArea {
 };
 
 /// Lays the panel out for this ImGui frame: edits `options` in place and
-/// answers the light a person clicked in the list, if any.
-std::optional<std::string> drawViewerPanel(LayerOptions& options, const PanelInfo& info,
-                                           const PanelArea& area);
+/// answers the light or camera a person chose, if any.
+PanelChoice drawViewerPanel(LayerOptions& options, const PanelInfo& info, const PanelArea& area);
 
 }  // namespace viewer

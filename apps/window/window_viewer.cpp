@@ -17,7 +17,6 @@
 #include "apps/viewer/picture_file.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
-#include "apps/window/camera_list.h"
 #include "apps/window/glfw_window.h"
 #include "apps/window/layer_options.h"
 #include "apps/window/orbit_camera.h"
@@ -451,6 +450,8 @@ PanelInfo WindowViewer::panelInfo() {
     info.history = history_.labels();
     info.historyDone = history_.done();
     info.status = status_;
+    for (const NamedCamera& camera : session_.scene().cameras) info.cameras.push_back(camera.name);
+    info.camera = cameraIndex_;
     return info;
 }
 
@@ -461,11 +462,10 @@ void WindowViewer::drawFrame() {
     LayerOptions edited = options_;
     const PanelArea area{static_cast<float>(viewport().width),
                          static_cast<float>(width - viewport().width), static_cast<float>(height)};
-    const std::optional<std::string> clicked = drawViewerPanel(edited, panelInfo(), area);
+    const PanelChoice chosen = drawViewerPanel(edited, panelInfo(), area);
     setOptions(edited);
-    if (clicked) select(*clicked);
-    if (const auto chosen = drawCameraList(kPanelName, session_.scene().cameras, cameraIndex_))
-        showCamera(*chosen);
+    if (chosen.light) select(*chosen.light);
+    if (chosen.camera) showCamera(*chosen.camera);
 
     const sorrel::LayerObject* const handles = &session_.handlesLayer();
     session_.drawFrame([this, handles](const sorrel::LayerObject& layer, double seconds) {

@@ -22,16 +22,14 @@ using window_testing::XvfbDisplay;
 namespace {
 
 constexpr std::chrono::seconds kPatience{30};
-/// The viewport of an asset's camera, pixels; the panel stands to its right.
+/// The viewport of an asset's camera is this wide, pixels; the panel stands to its right.
 constexpr int kViewportWidth = 640;
-constexpr int kViewportHeight = 480;
-/// Where the camera list's box stands in the panel: its last line, pixels
-/// from the panel's left and the window's bottom.
+/// Where the camera list's box stands: the panel's first line, pixels from
+/// the panel's left and the window's top.
 constexpr int kListX = 60;
-constexpr int kListFromBottom = 13;
-/// The list opens upwards at the window's bottom; the last camera stands
-/// nearest the box.
-constexpr int kLastCameraAboveList = 22;
+constexpr int kListY = 28;
+/// The list opens downwards; the second camera's row, below the box.
+constexpr int kSecondCameraBelowList = 39;
 
 TEST(CameraListWindow, ChoosingACameraInThePanelMovesTheViewToIt) {
     testing_support::TempFolder folder;
@@ -58,11 +56,11 @@ TEST(CameraListWindow, ChoosingACameraInThePanelMovesTheViewToIt) {
     const std::string window =
         display->xdotool({"search", "--sync", "--name", viewer::kWindowTitle});
     const int x = kViewportWidth + kListX;
-    const int y = kViewportHeight - kListFromBottom;
+    const int y = kListY;
     display->xdotool(
         {"mousemove", "--window", window, std::to_string(x), std::to_string(y), "click", "1"});
     display->xdotool({"mousemove", "--window", window, std::to_string(x),
-                      std::to_string(y - kLastCameraAboveList), "click", "1"});
+                      std::to_string(y + kSecondCameraBelowList), "click", "1"});
 
     // "top" looks down from twelve units up (the orbit stays short of vertical).
     const std::optional<std::string> moved = lineStarting("camera ");
