@@ -6,11 +6,11 @@
 
 #include <algorithm>
 #include <assimp/Importer.hpp>
-#include <cctype>
 #include <cmath>
 #include <map>
 #include <utility>
 
+#include "apps/scene/file_extension.h"
 #include "apps/scene/scene_file_error.h"
 #include "apps/scene/scene_framing.h"
 #include "apps/scene/unique_names.h"
@@ -48,9 +48,7 @@ struct ReaderQuirks {
 };
 
 ReaderQuirks quirksOf(const std::string& path) {
-    const std::size_t dot = path.rfind('.');
-    std::string extension = dot == std::string::npos ? "" : path.substr(dot + 1);
-    for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    const std::string extension = lowerCaseExtension(path);
     const bool gltf = extension == "gltf" || extension == "glb";
     return {gltf, gltf, gltf};
 }

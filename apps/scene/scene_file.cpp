@@ -1,12 +1,12 @@
 #include "apps/scene/scene_file.h"
 
 #include <algorithm>
-#include <cctype>
 #include <fstream>
 #include <set>
 #include <sstream>
 
 #include "apps/scene/asset_import.h"
+#include "apps/scene/file_extension.h"
 #include "apps/scene/json_node.h"
 #include "apps/scene/light_kind.h"
 #include "apps/scene/placement_modes.h"
@@ -444,10 +444,8 @@ SceneDescription loadAssetScene(const std::string& path) {
 }
 
 SceneDescription loadScene(const std::string& path) {
-    const std::size_t dot = path.rfind('.');
-    std::string extension = dot == std::string::npos ? "" : path.substr(dot + 1);
-    for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return extension == kSceneFileExtension ? loadSceneFile(path) : loadAssetScene(path);
+    return lowerCaseExtension(path) == kSceneFileExtension ? loadSceneFile(path)
+                                                           : loadAssetScene(path);
 }
 
 SceneDescription loadSceneFile(const std::string& path) {
