@@ -5,9 +5,12 @@
 #include <assimp/scene.h>
 
 #include <algorithm>
+#include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
+#include <assimp/LogStream.hpp>
 #include <cmath>
 #include <map>
+#include <optional>
 #include <utility>
 
 #include "apps/scene/file_extension.h"
@@ -52,6 +55,51 @@ ReaderQuirks quirksOf(const std::string& path) {
     const bool gltf = extension == "gltf" || extension == "glb";
     return {gltf, gltf, gltf};
 }
+
+/// What Assimp's readers say while they read, for the warnings that mean a
+/// file was read only in part: such a file is refused, not shown half.
+/// Assimp's logger is one for the process; it lives while an import runs.
+class ReaderWarnings {
+public:
+    ReaderWarnings() {
+        Assimp::DefaultLogger::create("", Assimp::Logger::NORMAL, /* defStreams = */ 0);
+        Assimp::DefaultLogger::get()->attachStream(new Collector(*this),
+                                                   Assimp::Logger::Warn | Assimp::Logger::Err);
+    }
+    ~ReaderWarnings() { Assimp::DefaultLogger::kill(); }
+    ReaderWarnings(const ReaderWarnings&) = delete;
+    ReaderWarnings& operator=(const ReaderWarnings&) = delete;
+
+    /// The first warning that says the reader dropped part of the file.
+    std::optional<std::string> dropped() const {
+        for (const std::string& warning : warnings_)
+            for (const char* sign : kDroppedSigns)
+                if (warning.find(sign) != std::string::npos) return warning;
+        return std::nullopt;
+    }
+
+private:
+    /// Words of the readers' warnings about data they dropped.
+    static constexpr const char* kDroppedSigns[] = {"out-of-range", "out of range"};
+
+    class Collector : public Assimp::LogStream {
+    public:
+        explicit Collector(ReaderWarnings& owner) : owner_(owner) {}
+        void write(const char* message) override {
+            // "Warn,  T0: text\n": the text alone.
+            std::string text = message;
+            const std::size_t colon = text.find(": ");
+            if (colon != std::string::npos) text.erase(0, colon + 2);
+            while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
+            owner_.warnings_.push_back(std::move(text));
+        }
+
+    private:
+        ReaderWarnings& owner_;
+    };
+
+    std::vector<std::string> warnings_;
+};
 
 [[noreturn]] void refuse(const std::string& path, const std::string& what) {
     throw SceneFileError(path + ": " + what);
@@ -353,11 +401,14 @@ void addCameras(const aiScene& scene, const std::map<std::string, Matrix>& world
 ImportedAsset importAsset(const std::string& path, const Matrix& placement,
                           const std::string& prefix, TakenNames& taken,
                           const ImportLimits& limits) {
+    const ReaderWarnings warnings;
     Assimp::Importer importer;
     const aiScene* scene = importer.ReadFile(path, kImportSteps);
     if (scene == nullptr || scene->mRootNode == nullptr)
         refuse(path, "not a scene file Assimp can read: " +
                          oneLine(scene == nullptr ? importer.GetErrorString() : "it has no nodes"));
+    if (const auto dropped = warnings.dropped())
+        refuse(path, "Assimp reads it only in part: " + oneLine(*dropped));
     if (!finite(placement)) refuse(path, "its placement is not finite");
     const std::vector<PlacedNode> nodes = placedNodes(*scene, placement, limits.nodes, path);
     checkSizes(*scene, nodes, limits, path);

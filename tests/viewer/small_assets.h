@@ -19,9 +19,10 @@
 namespace testing_support {
 
 /// The quad: four corners on y = 0 from -1 to 1 in x and z, two triangles.
-inline std::string quadBuffer() {
+/// `lastIndex` lets a test name a corner the quad does not have.
+inline std::string quadBuffer(std::uint16_t lastIndex = 1) {
     const float corners[] = {-1, 0, -1, 1, 0, -1, 1, 0, 1, -1, 0, 1};
-    const std::uint16_t indices[] = {0, 3, 2, 0, 2, 1};
+    const std::uint16_t indices[] = {0, 3, 2, 0, 2, lastIndex};
     std::string bytes(sizeof corners + sizeof indices, '\0');
     std::memcpy(bytes.data(), corners, sizeof corners);
     std::memcpy(bytes.data() + sizeof corners, indices, sizeof indices);

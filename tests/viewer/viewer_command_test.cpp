@@ -60,6 +60,9 @@ TEST_F(ViewerCommand, ListPrintsTheAssetAndExitsZero) {
 TEST_F(ViewerCommand, EachBadInputEndsWithOneLineNamingTheFileAndANonZeroExit) {
     const std::string dir = folder.path();
     folder.write("quad.bin", testing_support::quadBuffer());
+    // A quad whose last index names a fifth corner, beside a glTF of its own.
+    std::filesystem::create_directories(dir + "/bad");
+    folder.write("bad/quad.bin", testing_support::quadBuffer(/* lastIndex = */ 4));
     const struct {
         std::string file;
         std::string text;
@@ -78,6 +81,13 @@ TEST_F(ViewerCommand, EachBadInputEndsWithOneLineNamingTheFileAndANonZeroExit) {
          dir + "/dangling.gltf: not a scene file Assimp can read: "},
         {"nan.obj", "v 0 0 0\nv 1 0 0\nv nan 1 0\nf 1 2 3\n",
          dir + "/nan.obj: mesh 'defaultobject': vertex 2 has a coordinate that is not finite"},
+        {"inf.stl",
+         "solid s\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex inf 1 "
+         "0\nendloop\nendfacet\nendsolid s\n",
+         dir + "/inf.stl: mesh 's': vertex 2 has a coordinate that is not finite"},
+        {"bad/index.gltf", testing_support::gltfScene(),
+         dir + "/bad/index.gltf: Assimp reads it only in part: Some faces had out-of-range "
+               "indices. Those faces were dropped."},
         {"huge.json", R"({"camera": {"fov": 1e400}})",
          dir + "/huge.json:1:20: number overflow parsing '1e400' (past the largest number a "
                "double holds)"},
