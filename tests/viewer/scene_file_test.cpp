@@ -7,6 +7,7 @@
 
 #include <cmath>
 
+#include "apps/viewer/scene_listing.h"
 #include "apps/viewer/scene_setup.h"
 #include "host/core/names.h"
 #include "host/viewer/scene_light.h"
@@ -107,6 +108,12 @@ TEST_F(SceneFile, AGoodSceneReachesTheViewerAsWritten) {
     EXPECT_FALSE(fill.selected || fill.properties.shadows);
     EXPECT_EQ(fill.centerOfInterest, 6.0);
     EXPECT_TRUE(near(fill.direction, {0, 0, -1}, kTolerance));
+
+    // --list gives the world position, below the group that lifts the key by 2.
+    EXPECT_NE(sceneListing(scene).find("light /root/world/lgt/rig/key spot position (4.00, 5.00, "
+                                       "0.00) aim (-0.71, -0.71, 0.00) coi 5.66\n"),
+              std::string::npos)
+        << sceneListing(scene);
 
     const auto usd = usdSceneLights(scene);
     ASSERT_EQ(usd.size(), 1u);
