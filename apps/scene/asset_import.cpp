@@ -3,12 +3,15 @@
 #include <assimp/material.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
 #include <assimp/LogStream.hpp>
 #include <cmath>
+#include <fstream>
 #include <map>
 #include <optional>
 #include <utility>
@@ -100,6 +103,46 @@ private:
 
     std::vector<std::string> warnings_;
 };
+
+/// Most of Assimp's readers size their arrays from counts the file declares,
+/// before reading what the counts promise: a PLY header that declares two
+/// billion vertices takes tens of gigabytes. While a file is read, the
+/// process may grow by kImportMemoryBudget at most; an allocation past it
+/// fails, and Assimp reports the failure. (AddressSanitizer reserves its own
+/// address space and cannot run under such a limit: there the guard is off.)
+constexpr unsigned long long kImportMemoryBudget = 4ull << 30;  // bytes
+constexpr unsigned long long kBytesPerMebibyte = 1ull << 20;
+
+class ImportMemoryLimit {
+public:
+    ImportMemoryLimit() {
+#if !defined(__SANITIZE_ADDRESS__)
+        std::ifstream statm("/proc/self/statm");
+        unsigned long long pages = 0;
+        if (!(statm >> pages) || getrlimit(RLIMIT_AS, &previous_) != 0) return;
+        const unsigned long long used =
+            pages * static_cast<unsigned long long>(sysconf(_SC_PAGESIZE));
+        rlimit limited = previous_;
+        limited.rlim_cur =
+            std::min<unsigned long long>(previous_.rlim_max, used + kImportMemoryBudget);
+        active_ = limited.rlim_cur < previous_.rlim_cur && setrlimit(RLIMIT_AS, &limited) == 0;
+#endif
+    }
+    ~ImportMemoryLimit() {
+        if (active_) setrlimit(RLIMIT_AS, &previous_);
+    }
+    ImportMemoryLimit(const ImportMemoryLimit&) = delete;
+    ImportMemoryLimit& operator=(const ImportMemoryLimit&) = delete;
+
+private:
+    rlimit previous_{};
+    bool active_ = false;
+};
+
+/// Assimp's words for an allocation that failed.
+bool ranOutOfMemory(const std::string& error) {
+    return error.find("bad_alloc") != std::string::npos;
+}
 
 [[noreturn]] void refuse(const std::string& path, const std::string& what) {
     throw SceneFileError(path + ": " + what);
@@ -403,7 +446,15 @@ ImportedAsset importAsset(const std::string& path, const Matrix& placement,
                           const ImportLimits& limits) {
     const ReaderWarnings warnings;
     Assimp::Importer importer;
-    const aiScene* scene = importer.ReadFile(path, kImportSteps);
+    const aiScene* scene = nullptr;
+    {
+        const ImportMemoryLimit limit;
+        scene = importer.ReadFile(path, kImportSteps);
+    }
+    if (scene == nullptr && ranOutOfMemory(importer.GetErrorString()))
+        refuse(path, "reading it takes more than " +
+                         std::to_string(kImportMemoryBudget / kBytesPerMebibyte) +
+                         " MiB, the most a file may take (the counts it declares are too large)");
     if (scene == nullptr || scene->mRootNode == nullptr)
         refuse(path, "not a scene file Assimp can read: " +
                          oneLine(scene == nullptr ? importer.GetErrorString() : "it has no nodes"));
