@@ -32,6 +32,8 @@ struct CameraDescription {
     double fovDegrees = 40.0;    // vertical
     int width = 640;             // pixels
     int height = 480;            // pixels
+    double nearPlane = 0.1;      // world units from the eye
+    double farPlane = 1000.0;    // world units from the eye
 };
 
 /// A named view of the scene: one of an asset's cameras.

@@ -406,11 +406,18 @@ SceneDescription parseScene(const std::string& text, const std::string& file,
     else if (!scene.cameras.empty())
         scene.camera = scene.cameras.front().camera;
     addDefaultRigWhereUnlit(scene);
+    fitDepthRanges(scene);
     if (const auto options = root.find("options"))
         for (const auto& [name, value] : options->members())
             scene.options.emplace_back(name, readOption(value, name));
     if (const auto tour = root.find("tour")) scene.tour = readTour(*tour);
     return scene;
+}
+
+void fitDepthRanges(SceneDescription& scene) {
+    const SceneBounds bounds = sceneBounds(scene.meshes);
+    fitDepthRange(scene.camera, bounds);
+    for (NamedCamera& named : scene.cameras) fitDepthRange(named.camera, bounds);
 }
 
 void addDefaultRigWhereUnlit(SceneDescription& scene) {
@@ -439,7 +446,11 @@ SceneDescription loadAssetScene(const std::string& path) {
     scene.camera = scene.cameras.empty() ? framingCamera(sceneBounds(scene.meshes), {})
                                          : scene.cameras.front().camera;
     addDefaultRigWhereUnlit(scene);
-    scene.options.emplace_back("Enabled", 1);
+    fitDepthRanges(scene);
+    // Lights placed from the asset stand off by a share of its size, whatever its units.
+    const double distance = placementDistance(sceneBounds(scene.meshes));
+    scene.options = {
+        {"Enabled", 1}, {"DefaultDistance", distance}, {"DefaultShadowFallDistance", distance}};
     return scene;
 }
 

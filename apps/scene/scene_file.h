@@ -19,6 +19,9 @@ SceneDescription loadScene(const std::string& path);
 /// the default rig where it has no light.
 SceneDescription loadAssetScene(const std::string& path);
 
+/// Widens the depth range of the scene's view and cameras to hold the scene.
+void fitDepthRanges(SceneDescription& scene);
+
 /// Adds the default rig to a scene without a light or USD light.
 void addDefaultRigWhereUnlit(SceneDescription& scene);
 

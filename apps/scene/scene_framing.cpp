@@ -29,6 +29,12 @@ constexpr RigLight kRig[] = {
 constexpr Vec3 kViewFrom{0.35, 0.45, 1.0};
 constexpr double kFramingMargin = 1.15;
 constexpr double kDegrees = 3.14159265358979323846 / 180.0;
+/// The depth range holds the scene with room to orbit about it; the near
+/// plane stands at this share of the far one.
+constexpr double kDepthRoom = 2.0;
+constexpr double kNearShare = 1e-4;
+/// The share of the scene's size between a placed light and its point.
+constexpr double kPlacementShare = 0.25;
 
 }  // namespace
 
@@ -71,6 +77,16 @@ CameraDescription framingCamera(const SceneBounds& bounds, const CameraDescripti
     camera.eye = camera.target + sorrel::normalizedOrZero(kViewFrom) * distance;
     return camera;
 }
+
+void fitDepthRange(CameraDescription& camera, const SceneBounds& bounds) {
+    const double reach =
+        kDepthRoom * (sorrel::length(bounds.centre() - camera.eye) + bounds.size());
+    if (reach <= camera.farPlane) return;
+    camera.farPlane = reach;
+    camera.nearPlane = std::max(camera.nearPlane, reach * kNearShare);
+}
+
+double placementDistance(const SceneBounds& bounds) { return kPlacementShare * bounds.size(); }
 
 std::vector<LightDescription> defaultRig(const SceneBounds& bounds) {
     std::vector<LightDescription> rig;

@@ -37,6 +37,16 @@ std::optional<double> distanceToFirstSurface(const std::vector<MeshDescription>&
 /// the width and height of `like`.
 CameraDescription framingCamera(const SceneBounds& bounds, const CameraDescription& like);
 
+/// The camera's depth range widened, where the scene reaches farther, to
+/// hold the whole scene (an asset in centimetres among them); the near plane
+/// moves out with the far one, so that depth keeps its precision.
+void fitDepthRange(CameraDescription& camera, const SceneBounds& bounds);
+
+/// How far from what it lights a light placed in the scene stands, world
+/// units: a share of the scene's size, so that an asset in centimetres is lit
+/// as one in metres.
+double placementDistance(const SceneBounds& bounds);
+
 /// Key, fill and rim below kLightsRoot, aimed at the scene's centre, their
 /// intensities grown with their distance so that the scene is lit alike at
 /// any size; each marked as the default rig.

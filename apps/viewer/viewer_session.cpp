@@ -31,7 +31,7 @@ ViewerSession::ViewerSession(const SceneDescription& scene, const sorrel::Plugin
                                                    camera.target, &plugin);
     const double eye[3] = {camera.eye.x, camera.eye.y, camera.eye.z};
     const double target[3] = {camera.target.x, camera.target.y, camera.target.z};
-    viewport().lookAt(eye, target, camera.fovDegrees);
+    viewport().lookAt(eye, target, camera.fovDegrees, camera.nearPlane, camera.farPlane);
     placementLayer_ = &layerNamed(viewport(), sorrel::names::kPlacementLayer);
     handlesLayer_ = &layerNamed(viewport(), sorrel::names::kHandlesLayer);
 

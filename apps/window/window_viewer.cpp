@@ -422,7 +422,8 @@ void WindowViewer::applyCamera() {
     const sorrel::Vec3 eye = eyeOf(camera_);
     const double eyeXyz[3] = {eye.x, eye.y, eye.z};
     const double targetXyz[3] = {camera_.target.x, camera_.target.y, camera_.target.z};
-    viewport().lookAt(eyeXyz, targetXyz, camera_.fovDegrees);
+    const CameraDescription& depth = session_.scene().camera;
+    viewport().lookAt(eyeXyz, targetXyz, camera_.fovDegrees, depth.nearPlane, depth.farPlane);
 }
 
 /// Every light and the point it aims at; the meshes' centres when there is no light.

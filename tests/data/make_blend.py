@@ -1,7 +1,9 @@
-# Writes tests/data/set.blend with Blender (Debian's `blender`), run as
-#   blender -b --factory-startup --python tests/data/make_blend.py -- tests/data/set.blend
-# a floor, a red crate, a spot light "key" and a camera "shot"; only the scene
-# and what it uses are written, uncompressed, so that the file stays small.
+# Writes tests/data/set.blend and tests/data/set.fbx with Blender (Debian's
+# `blender`), run as
+#   blender -b --factory-startup --python tests/data/make_blend.py -- tests/data/set
+# a floor, a red crate, a spot light "key" and a camera "shot". Of the .blend
+# only the scene and what it uses are written, uncompressed, so that the file
+# stays small; the FBX is Blender's own binary FBX, in centimetres.
 import math
 import sys
 
@@ -34,4 +36,6 @@ shot_object.rotation_euler = (math.radians(80), 0, 0)
 scene.collection.objects.link(shot_object)
 scene.camera = shot_object
 
-bpy.data.libraries.write(out, {scene}, compress=False)
+bpy.data.libraries.write(out + ".blend", {scene}, compress=False)
+bpy.ops.export_scene.fbx(filepath=out + ".fbx", object_types={"MESH", "LIGHT", "CAMERA"},
+                         bake_anim=False)

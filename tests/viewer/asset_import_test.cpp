@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "apps/scene/scene_file.h"
+#include "apps/scene/scene_framing.h"
 #include "apps/viewer/scene_listing.h"
 #include "tests/support/near.h"
 #include "tests/support/temp_folder.h"
@@ -135,6 +136,32 @@ TEST_F(AssetImport, EachFormatAssimpWritesComesBackWithItsMeshesAndWhatItCarries
             EXPECT_TRUE(scene.lights[0].defaultRig) << format;
         }
     }
+}
+
+TEST_F(AssetImport, BlendersFbxInCentimetresGetsADepthRangeAndAPlacingDistanceToMatch) {
+    // Written by Blender (tests/data/make_blend.py), which converts to Y up and centimetres.
+    const SceneDescription scene = loadScene(std::string(BEAMWRIGHT_TEST_DATA) + "/set.fbx");
+    ASSERT_EQ(scene.meshes.size(), 2u);
+    EXPECT_TRUE(near(meshNamed(scene, "crate").mesh.boundsCentre(), {200, 100, 0}, 1e-3));
+    ASSERT_EQ(scene.lights.size(), 1u);
+    const LightDescription& key = scene.lights[0];
+    EXPECT_EQ(key.path, "/root/world/lgt/key");
+    EXPECT_EQ(key.kind, LightKind::Spot);
+    EXPECT_TRUE(near(positionOf(key), {0, 400, 0}, 1e-3));
+    EXPECT_TRUE(near(aimOf(key), {0, -1, 0}, 1e-6));
+    EXPECT_NEAR(key.centerOfInterest, 400.0, 1e-3);
+    EXPECT_NEAR(key.properties.coneAngle, 50.0, 1e-3);
+    ASSERT_EQ(scene.cameras.size(), 1u);
+    EXPECT_TRUE(near(scene.camera.eye, {0, 300, 1000}, 1e-3));
+
+    // The far floor's corner lies some 1600 units from the eye: the view reaches it.
+    EXPECT_GT(scene.camera.farPlane, std::hypot(500.0, 300.0, 1500.0));
+    EXPECT_GE(scene.camera.nearPlane, 0.1);
+    const auto distance =
+        std::find_if(scene.options.begin(), scene.options.end(),
+                     [](const auto& option) { return option.first == "DefaultDistance"; });
+    ASSERT_NE(distance, scene.options.end());
+    EXPECT_NEAR(std::get<double>(distance->second), sceneBounds(scene.meshes).size() / 4, 1e-9);
 }
 
 TEST_F(AssetImport, ObjGroupsAreObjectsOfTheirOwnWithTheirMaterials) {
