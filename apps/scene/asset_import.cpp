@@ -46,17 +46,20 @@ constexpr double kMaxFovDegrees = 170.0;
 /// Where an Assimp importer departs from Assimp's own conventions. Its glTF
 /// reader gives the half cone angles glTF stores, a camera's horizontal field of
 /// view as the vertical one times the aspect, and the camera's node translation
-/// again as the camera's own position.
+/// again as the camera's own position. Its Collada reader gives the file's cone
+/// as the inner angle and widens the outer one by a guess from the falloff
+/// exponent.
 struct ReaderQuirks {
     bool halfConeAngles = false;
     bool fovIsVerticalTimesAspect = false;
     bool cameraPositionRepeatsNode = false;
+    bool coneIsInnerAngle = false;
 };
 
 ReaderQuirks quirksOf(const std::string& path) {
     const std::string extension = lowerCaseExtension(path);
     const bool gltf = extension == "gltf" || extension == "glb";
-    return {gltf, gltf, gltf};
+    return {gltf, gltf, gltf, extension == "dae"};
 }
 
 /// What Assimp's readers say while they read, for the warnings that mean a
@@ -376,11 +379,13 @@ void setCone(const aiLight& source, LightKind kind, const ReaderQuirks& quirks,
         return;
     }
     const double full = quirks.halfConeAngles ? 2.0 : 1.0;
-    const double outer = full * source.mAngleOuterCone * kDegreesPerRadian;
     const double inner = full * source.mAngleInnerCone * kDegreesPerRadian;
+    const double outer =
+        quirks.coneIsInnerAngle ? inner : full * source.mAngleOuterCone * kDegreesPerRadian;
     if (std::isfinite(outer) && outer > 0.0)
         properties.coneAngle = std::min(outer, kMaxConeDegrees);
-    if (std::isfinite(inner) && inner >= 0.0 && inner <= outer)
+    // The Collada reader's outer angle is a guess: its fade keeps the default.
+    if (!quirks.coneIsInnerAngle && std::isfinite(inner) && inner >= 0.0 && inner <= outer)
         properties.coneFalloff = (std::min(outer, kMaxConeDegrees) - inner) / 2.0;
 }
 

@@ -1,9 +1,10 @@
-# Writes tests/data/set.blend and tests/data/set.fbx with Blender (Debian's
+# Writes tests/data/set.blend, set.fbx and set.dae with Blender (Debian's
 # `blender`), run as
 #   blender -b --factory-startup --python tests/data/make_blend.py -- tests/data/set
 # a floor, a red crate, a spot light "key" and a camera "shot". Of the .blend
 # only the scene and what it uses are written, uncompressed, so that the file
-# stays small; the FBX is Blender's own binary FBX, in centimetres.
+# stays small; the FBX is Blender's own binary FBX, in centimetres; the Collada
+# file is in metres.
 import math
 import sys
 
@@ -39,3 +40,4 @@ scene.camera = shot_object
 bpy.data.libraries.write(out + ".blend", {scene}, compress=False)
 bpy.ops.export_scene.fbx(filepath=out + ".fbx", object_types={"MESH", "LIGHT", "CAMERA"},
                          bake_anim=False)
+bpy.ops.wm.collada_export(filepath=out + ".dae")

@@ -164,6 +164,19 @@ TEST_F(AssetImport, BlendersFbxInCentimetresGetsADepthRangeAndAPlacingDistanceTo
     EXPECT_NEAR(std::get<double>(distance->second), sceneBounds(scene.meshes).size() / 4, 1e-9);
 }
 
+TEST_F(AssetImport, BlendersColladaBringsItsSpotAndCameraInMetres) {
+    const SceneDescription scene = loadScene(std::string(BEAMWRIGHT_TEST_DATA) + "/set.dae");
+    EXPECT_TRUE(near(meshNamed(scene, "crate").mesh.boundsCentre(), {2, 1, 0}, 1e-5));
+    ASSERT_EQ(scene.lights.size(), 1u);
+    EXPECT_TRUE(near(positionOf(scene.lights[0]), {0, 4, 0}, 1e-5));
+    EXPECT_TRUE(near(aimOf(scene.lights[0]), {0, -1, 0}, 1e-5));
+    EXPECT_NEAR(scene.lights[0].properties.coneAngle, 50.0, 1e-3);
+    ASSERT_EQ(scene.cameras.size(), 1u);
+    EXPECT_EQ(scene.cameras[0].name, "shot");
+    EXPECT_TRUE(near(scene.camera.eye, {0, 3, 10}, 1e-5));
+    EXPECT_EQ(scene.camera.farPlane, 1000.0);
+}
+
 TEST_F(AssetImport, ObjGroupsAreObjectsOfTheirOwnWithTheirMaterials) {
     folder.write("set.mtl", testing_support::kGroupsMtl);
     const SceneDescription scene = loadScene(folder.write("set.obj", testing_support::kGroupsObj));

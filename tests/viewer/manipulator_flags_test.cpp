@@ -2,7 +2,7 @@
 // Rotation" the light moves without turning, a locked position holds the light
 // where it stands, the shadow handles show in "Shadow" only; and the tour runs
 // on an asset with a light of its own, placing and hovering that one light,
-// on Blender's FBX in centimetres, and on the same scene in every format
+// on Blender's FBX (in centimetres) and Collada, and on the same scene in every format
 // Assimp writes.
 
 #include <gtest/gtest.h>
@@ -159,7 +159,8 @@ TEST_F(ManipulatorFlags, TheTourRunsOnAnAssetPlacingItsFirstLight) {
 
 TEST_F(ManipulatorFlags, TheTourRunsOnEveryFormat) {
     testing_support::TempFolder folder;
-    std::vector<std::string> assets{std::string(BEAMWRIGHT_TEST_DATA) + "/set.fbx"};
+    std::vector<std::string> assets{std::string(BEAMWRIGHT_TEST_DATA) + "/set.fbx",
+                                    std::string(BEAMWRIGHT_TEST_DATA) + "/set.dae"};
     for (const auto& written : testing_support::writeEveryFormat(folder))
         assets.push_back(written.path);
     for (const std::string& path : assets) {
