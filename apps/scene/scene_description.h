@@ -78,6 +78,8 @@ struct MeshDescription {
 struct GroupDescription {
     std::string path;
     Matrix local = sorrel::kIdentity;
+    /// For a light package (as Shift with a left press creates): its class.
+    std::optional<std::string> packageClass;
 };
 
 /// What kind of light a file said it was; the viewport shades each as a spot.

@@ -39,9 +39,20 @@ Matrix scaling(const Vec3& s) {
 }
 
 /// "translate", "rotate" (degrees about x, then y, then z) and "scale" (one
-/// number or three), applied scale first and translation last.
+/// number or three), applied scale first and translation last; or "matrix",
+/// sixteen numbers row by row (row vectors, translation in the last row), as
+/// a saved scene writes every transform.
 Matrix readTransform(const JsonNode& node) {
-    node.expectKeys({"translate", "rotate", "scale"});
+    node.expectKeys({"translate", "rotate", "scale", "matrix"});
+    if (const auto numbers = node.find("matrix")) {
+        if (node.has("translate") || node.has("rotate") || node.has("scale"))
+            node.fail("give either 'matrix' or 'translate', 'rotate' and 'scale'");
+        const std::vector<JsonNode> items = numbers->elements();
+        if (items.size() != sorrel::kIdentity.size()) numbers->fail("expected 16 numbers");
+        Matrix m{};
+        for (std::size_t i = 0; i < items.size(); ++i) m[i] = items[i].number();
+        return m;
+    }
     Vec3 scale{1.0, 1.0, 1.0};
     if (const auto s = node.find("scale")) {
         const double uniform = s->isNumber() ? s->positive() : 0.0;
@@ -152,7 +163,7 @@ Mesh buildShape(const ShapeDescription& shape) {
 /// The asset a mesh entry names, brought in whole under its transform.
 void readAsset(const JsonNode& node, const std::string& folder, TakenNames& taken,
                SceneDescription& scene) {
-    node.expectKeys({"name", "file", "transform", "material"});
+    node.expectKeys({"name", "file", "transform", "material", "lights"});
     AssetDescription asset;
     asset.name = node["name"].text();
     const JsonNode file = node["file"];
@@ -175,7 +186,10 @@ void readAsset(const JsonNode& node, const std::string& folder, TakenNames& take
         if (asset.material) mesh.mesh.material = *asset.material;
         scene.meshes.push_back(std::move(mesh));
     }
+    // A saved scene lists the asset's lights itself, as they stood.
+    const bool lights = node.has("lights") ? node["lights"].boolean() : true;
     for (LightDescription& light : imported.lights) {
+        if (!lights) break;
         light.asset = index;
         scene.lights.push_back(std::move(light));
     }
@@ -273,11 +287,13 @@ void readLocations(const JsonNode& root, std::set<std::string>& known, SceneDesc
     };
     if (const auto groups = root.find("groups")) {
         for (const JsonNode& node : groups->elements()) {
-            node.expectKeys({"path", "transform"});
-            GroupDescription group{node["path"].text()};
+            node.expectKeys({"path", "transform", "package"});
+            GroupDescription group;
+            group.path = node["path"].text();
             add(node, group.path);
             if (const auto transform = node.find("transform"))
                 group.local = readTransform(*transform);
+            if (const auto package = node.find("package")) group.packageClass = package->text();
             scene.groups.push_back(group);
         }
     }

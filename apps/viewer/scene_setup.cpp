@@ -3,6 +3,7 @@
 #include "host/core/attribute_model.h"
 #include "host/core/names.h"
 #include "host/core/plugin_objects.h"
+#include "host/siblings/light_package_commands.h"
 #include "host/viewer/selection.h"
 #include "host/viewer_stage.h"
 
@@ -40,7 +41,11 @@ void putSceneIntoStage(const SceneDescription& scene, sorrel::ViewerStage& stage
     sorrel::ViewerDelegate& delegate = stage.delegate();
     for (const char* path : kStandardGroups) delegate.putLocation(path, sorrel::groupAttr({}));
     for (const GroupDescription& group : scene.groups)
-        delegate.putLocation(group.path, sorrel::groupAttr({}), group.local);
+        delegate.putLocation(group.path,
+                             group.packageClass
+                                 ? sorrel::lightPackageAttributes(*group.packageClass, "")
+                                 : sorrel::groupAttr({}),
+                             group.local);
     for (const LightDescription& light : scene.lights)
         delegate.putLocation(light.path, lightAttributes(light), light.local);
 

@@ -17,6 +17,10 @@ namespace sorrel {
 namespace {
 
 constexpr const char* kPackageName = "package";
+/// The package location's own group: its class and the node it was made below.
+constexpr const char* kPackageGroup = "package";
+constexpr const char* kPackageClass = "className";
+constexpr const char* kPackageMarquette = "marquetteNodeName";
 constexpr const char* kLightName = "light";
 
 AttrRef findPackageForSelection(const Scene& scene) {
@@ -35,12 +39,6 @@ std::string freePackagePath(const Scene& scene, const std::string& parent) {
         const std::string path = parent + "/" + kPackageName + std::to_string(n);
         if (!scene.contains(path)) return path;
     }
-}
-
-AttrRef packageAttributes(const std::string& className, const std::string& marquette) {
-    return groupAttr({{names::kType, stringAttr(names::kLightPackageType)},
-                      {"package", groupAttr({{"className", stringAttr(className)},
-                                             {"marquetteNodeName", stringAttr(marquette)}})}});
 }
 
 AttrRef lightAttributes(const AttrRef& command) {
@@ -67,7 +65,7 @@ AttrRef createLightPackage(ViewerDelegate& delegate, const AttrRef& command) {
     setMatrixRow(world, kTranslationRow,
                  readDoubleTriple(command.child(names::kPackagePosition)).value_or(Vec3{}));
     const std::string className = readString(command.child(names::kPackageClassName)).value_or("");
-    scene.set(packagePath, packageAttributes(className, marquette));
+    scene.set(packagePath, lightPackageAttributes(className, marquette));
     placeInWorld(scene, packagePath, world);
     scene.set(lightPath, lightAttributes(command));
 
@@ -77,6 +75,18 @@ AttrRef createLightPackage(ViewerDelegate& delegate, const AttrRef& command) {
 }
 
 }  // namespace
+
+AttrRef lightPackageAttributes(const std::string& className, const std::string& marquette) {
+    return groupAttr({{names::kType, stringAttr(names::kLightPackageType)},
+                      {kPackageGroup, groupAttr({{kPackageClass, stringAttr(className)},
+                                                 {kPackageMarquette, stringAttr(marquette)}})}});
+}
+
+std::optional<std::string> lightPackageClassOf(const Location& location) {
+    if (!hasType(location, names::kLightPackageType)) return std::nullopt;
+    return readString(location.attributes.child(std::string(kPackageGroup) + "." + kPackageClass))
+        .value_or("");
+}
 
 void installLightPackageCommands(ViewerDelegate& delegate) {
     delegate.defineMethod(names::kFindPackageCommand, [&delegate](const AttrRef&) {

@@ -18,6 +18,12 @@
 // selected location (in path order) when that is a package, else of its
 // parent when that is one, as a string attribute; null otherwise.
 
+#include <optional>
+#include <string>
+
+#include "host/core/attribute_ref.h"
+#include "host/viewer/scene.h"
+
 namespace sorrel {
 
 class ViewerDelegate;
@@ -25,5 +31,11 @@ class ViewerDelegate;
 constexpr const char* kLightPackagesRoot = "/root/world/lgt";
 
 void installLightPackageCommands(ViewerDelegate& delegate);
+
+/// The attributes of a package location of class `className`, made below
+/// the node `marquette` ("" for none).
+AttrRef lightPackageAttributes(const std::string& className, const std::string& marquette);
+/// The class of a package location; nothing for a location that is no package.
+std::optional<std::string> lightPackageClassOf(const Location& location);
 
 }  // namespace sorrel
