@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -19,7 +20,9 @@
 #include "apps/viewer/command_line.h"
 #include "apps/viewer/contact_sheet.h"
 #include "apps/viewer/picture_file.h"
+#include "apps/viewer/scene_as_it_stands.h"
 #include "apps/viewer/scene_listing.h"
+#include "apps/viewer/scene_setup.h"
 #include "apps/viewer/tour.h"
 #include "apps/viewer/tour_table.h"
 #include "apps/viewer/viewer_session.h"
@@ -28,6 +31,9 @@
 #include "host/core/plugin_library.h"
 #include "host/core/sample_blocks.h"
 #include "host/viewer/gl_context.h"
+#include "host/viewer/selection.h"
+#include "host/viewer_stage.h"
+#include "vrt/stage.h"
 
 using namespace viewer;
 
@@ -76,8 +82,39 @@ void withoutLeaks(const std::function<void()>& session) {
         throw Stop{"sample blocks were not given back"};
 }
 
+/// Where --save and --export write the scene as it stands.
+struct KeepFiles {
+    std::optional<std::string> save;
+    std::optional<std::string> gltf;
+};
+
+/// Saves and exports the scene in `stage` as it stands, if asked, and says so.
+void keepScene(const KeepFiles& keep, const SceneDescription& loaded, const sorrel::Scene& scene) {
+    if (keep.save) {
+        const ViewNow view{loaded.camera, sorrel::selectedPaths(scene), {}};
+        saveAsItStands(*keep.save, loaded, scene, view);
+        std::printf("saved %s\n", keep.save->c_str());
+    }
+    if (keep.gltf) {
+        exportAsItStands(*keep.gltf, scene);
+        std::printf("exported %s\n", keep.gltf->c_str());
+    }
+}
+
+/// The scene as loaded, put into a viewer without the plugin, saved and exported.
+void keepSceneOf(const std::string& scenePath, const KeepFiles& keep) {
+    const SceneDescription scene = loadScene(scenePath);
+    withoutLeaks([&] {
+        sorrel::ViewerStage stage(scene.camera.width, scene.camera.height, scene.camera.eye,
+                                  scene.camera.target);
+        vrt::Stage usd;
+        putSceneIntoStage(scene, stage, usd);
+        keepScene(keep, scene, stage.scene());
+    });
+}
+
 void runTourOn(const std::string& scenePath, const std::string& pluginPath,
-               const std::string& folder) {
+               const std::string& folder, const KeepFiles& keep) {
     const auto start = std::chrono::steady_clock::now();
     const SceneDescription scene = loadScene(scenePath);
     checkPluginLoads(pluginPath);
@@ -94,6 +131,7 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
         std::printf("Scene %s: %zu meshes, %zu lights, %zu USD lights\n\n", scenePath.c_str(),
                     scene.meshes.size(), scene.lights.size(), scene.usdLights.size());
         report = runTour(session, context, folder);
+        keepScene(keep, scene, session.stage().scene());
     });
 
     printModeTable(stdout, report);
@@ -148,10 +186,14 @@ int main(int argc, char** argv) {
             }
             runWindowOn(scene, plugin, settings);
         } else if (line.tourFolder) {
-            runTourOn(scene, plugin, *line.tourFolder);
+            runTourOn(scene, plugin, *line.tourFolder, {line.saveFile, line.exportFile});
+        } else if (line.saveFile || line.exportFile) {
+            keepSceneOf(scene, {line.saveFile, line.exportFile});
         } else {
-            throw Stop{"nothing to do: give --tour DIR, --window or --list (see --help)",
-                       kUsageError};
+            throw Stop{
+                "nothing to do: give --tour DIR, --window, --list, --save FILE or --export "
+                "FILE (see --help)",
+                kUsageError};
         }
         return EXIT_SUCCESS;
     } catch (const std::invalid_argument& error) {

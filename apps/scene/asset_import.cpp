@@ -28,6 +28,9 @@ using sorrel::Mesh;
 
 namespace {
 
+/// The key of a node's extras that carries a light's centre of interest.
+constexpr const char* kCentreOfInterestKey = "centerOfInterest";
+
 /// Validation stays on so that a file whose data do not hold together is
 /// refused. Vertices are not joined: joining folds a NaN vertex into another
 /// and hides it.
@@ -335,6 +338,23 @@ std::map<std::string, Matrix> worldByName(const std::vector<PlacedNode>& nodes) 
     return worlds;
 }
 
+/// The centres of interest that nodes carry in their extras (as "centerOfInterest",
+/// which the viewer's own glTF export writes), by node name; positive and finite only.
+std::map<std::string, double> centresOfInterestByName(const std::vector<PlacedNode>& nodes) {
+    std::map<std::string, double> centres;
+    for (const PlacedNode& placed : nodes) {
+        const aiMetadata* const data = placed.node->mMetaData;
+        double distance = 0.0;
+        float single = 0.0f;
+        if (data == nullptr) continue;
+        if (!data->Get(kCentreOfInterestKey, distance) && data->Get(kCentreOfInterestKey, single))
+            distance = single;
+        if (std::isfinite(distance) && distance > 0.0)
+            centres.emplace(placed.node->mName.C_Str(), distance);
+    }
+    return centres;
+}
+
 /// The world transform of the node a light or camera names; the placement
 /// alone where no node has its name.
 Matrix worldOf(const std::map<std::string, Matrix>& worlds, const aiString& name,
@@ -390,8 +410,9 @@ void setCone(const aiLight& source, LightKind kind, const ReaderQuirks& quirks,
 }
 
 void addLights(const aiScene& scene, const std::map<std::string, Matrix>& worlds,
-               const Matrix& placement, const std::string& path, const ReaderQuirks& quirks,
-               TakenNames& taken, ImportedAsset& asset) {
+               const std::map<std::string, double>& centres, const Matrix& placement,
+               const std::string& path, const ReaderQuirks& quirks, TakenNames& taken,
+               ImportedAsset& asset) {
     for (unsigned i = 0; i < scene.mNumLights; ++i) {
         const aiLight& source = *scene.mLights[i];
         const Matrix world = worldOf(worlds, source.mName, placement);
@@ -409,6 +430,10 @@ void addLights(const aiScene& scene, const std::map<std::string, Matrix>& worlds
         sorrel::setMatrixRow(light.local, sorrel::kTranslationRow, position);
         setColorAndIntensity(source.mColorDiffuse, light.properties);
         setCone(source, light.kind, quirks, light.properties);
+        if (const auto given = centres.find(source.mName.C_Str()); given != centres.end()) {
+            light.centerOfInterest = given->second;
+            light.centerOfInterestGiven = true;
+        }
         asset.lights.push_back(std::move(light));
     }
 }
@@ -473,7 +498,8 @@ ImportedAsset importAsset(const std::string& path, const Matrix& placement,
     addMeshes(*scene, nodes, prefix, path, taken, asset);
     const std::map<std::string, Matrix> worlds = worldByName(nodes);
     const ReaderQuirks quirks = quirksOf(path);
-    addLights(*scene, worlds, placement, path, quirks, taken, asset);
+    addLights(*scene, worlds, centresOfInterestByName(nodes), placement, path, quirks, taken,
+              asset);
     addCameras(*scene, worlds, placement, path, quirks, taken, asset);
     if (asset.meshes.empty() && asset.lights.empty() && asset.cameras.empty())
         refuse(path, "holds no mesh, light or camera");
@@ -490,6 +516,7 @@ void aimImportedLights(SceneDescription& scene) {
             const Vec3 standing = bounds.centre() - aim * size;
             sorrel::setMatrixRow(light.local, sorrel::kTranslationRow, standing);
         }
+        if (light.centerOfInterestGiven) continue;
         const Vec3 position = sorrel::matrixRow(light.local, sorrel::kTranslationRow);
         light.centerOfInterest = distanceToFirstSurface(scene.meshes, position, aim).value_or(size);
     }

@@ -20,8 +20,11 @@ constexpr double kRadiansPerDegree = 3.14159265358979323846 / 180.0;
 /// Blinn-Phong match, roughness = sqrt(2 / (shininess + 2)).
 double roughnessOfShininess(double shininess) { return std::sqrt(2.0 / (shininess + 2.0)); }
 
-/// The last part of a location path: what the node and its light are named.
-std::string leafOf(const std::string& path) {
+/// What a light's node and the light are named: its path below the lights'
+/// root ("key", "package1/light"), which a reader makes a name of its own of.
+std::string nodeNameOf(const std::string& path) {
+    const std::string root = "/root/world/lgt/";
+    if (path.compare(0, root.size(), root) == 0) return path.substr(root.size());
     const std::size_t slash = path.rfind('/');
     return slash == std::string::npos ? path : path.substr(slash + 1);
 }
@@ -124,7 +127,7 @@ void addLight(tinygltf::Model& model, const sorrel::SceneLight& light,
               const sorrel::Matrix& world) {
     const sorrel::LightProperties& p = light.properties;
     tinygltf::Light gltfLight;
-    gltfLight.name = leafOf(light.path);
+    gltfLight.name = nodeNameOf(light.path);
     gltfLight.type = "spot";
     // The colour at full strength, its largest channel 1; the rest is intensity.
     const double strength = std::max({p.color.x, p.color.y, p.color.z});

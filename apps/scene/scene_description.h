@@ -95,6 +95,9 @@ struct LightDescription {
     std::optional<std::size_t> asset;
     /// One of the rig the viewer adds to a scene without lights, not the file's.
     bool defaultRig = false;
+    /// An asset gave the centre of interest itself (as the viewer's own glTF
+    /// export does), so it is not worked out from the surfaces ahead.
+    bool centerOfInterestGiven = false;
 };
 
 /// A pixel of the viewport, x from the left and y from the top.

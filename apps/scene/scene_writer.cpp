@@ -1,5 +1,6 @@
 #include "apps/scene/scene_writer.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <variant>
@@ -56,9 +57,10 @@ Json shape(const MeshDescription& mesh) {
 }
 
 Json asset(const AssetDescription& a, const std::string& folder) {
-    std::error_code error;
+    // Named from the saved file's folder, as the reader finds it.
     const std::filesystem::path relative =
-        std::filesystem::path(a.path).lexically_proximate(folder.empty() ? "." : folder);
+        std::filesystem::absolute(a.path).lexically_normal().lexically_proximate(
+            std::filesystem::absolute(folder.empty() ? "." : folder).lexically_normal());
     Json entry{{"name", a.name},
                {"file", relative.empty() ? a.path : relative.generic_string()},
                {"transform", transform(a.transform)}};
@@ -95,6 +97,42 @@ struct OptionJson {
     Json operator()(const std::string& value) const { return value; }
     Json operator()(const std::vector<std::string>& values) const { return values; }
 };
+
+bool holdsContainers(const Json& array) {
+    return std::any_of(array.begin(), array.end(),
+                       [](const Json& item) { return item.is_structured(); });
+}
+
+/// Objects a key a line, arrays of numbers or names on one line, so that a
+/// matrix reads as one and a diff shows what moved.
+void layOut(const Json& value, int depth, std::string& out) {
+    const std::string inner(static_cast<std::size_t>((depth + 1) * kIndent), ' ');
+    const std::string outer(static_cast<std::size_t>(depth * kIndent), ' ');
+    if (value.is_object() && !value.empty()) {
+        out += "{\n";
+        bool first = true;
+        for (const auto& [key, item] : value.items()) {
+            out += (first ? "" : ",\n") + inner + Json(key).dump() + ": ";
+            layOut(item, depth + 1, out);
+            first = false;
+        }
+        out += "\n" + outer + "}";
+    } else if (value.is_array() && holdsContainers(value)) {
+        out += "[\n";
+        for (std::size_t i = 0; i < value.size(); ++i) {
+            out += (i == 0 ? "" : ",\n") + inner;
+            layOut(value[i], depth + 1, out);
+        }
+        out += "\n" + outer + "]";
+    } else if (value.is_array()) {
+        out += "[";
+        for (std::size_t i = 0; i < value.size(); ++i)
+            out += (i == 0 ? "" : ", ") + value[i].dump();
+        out += "]";
+    } else {
+        out += value.dump();
+    }
+}
 
 Json pixel(const Pixel& p) { return Json::array({p[0], p[1]}); }
 
@@ -138,7 +176,9 @@ std::string sceneFileText(const SceneDescription& scene, const std::string& fold
         options[name] = std::visit(OptionJson{name}, value);
     root["options"] = options;
     root["tour"] = tour(scene.tour);
-    return root.dump(kIndent) + "\n";
+    std::string text;
+    layOut(root, 0, text);
+    return text + "\n";
 }
 
 void saveSceneFile(const std::string& path, const SceneDescription& scene) {

@@ -22,6 +22,10 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
             line.list = true;
         else if (argument == "--shots")
             value(line.shotsFolder);
+        else if (argument == "--save")
+            value(line.saveFile);
+        else if (argument == "--export")
+            value(line.exportFile);
         else if (argument == "--plugin")
             value(line.plugin);
         else if (argument == "--root")
@@ -36,12 +40,18 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
     if (int(line.window) + int(line.tourFolder.has_value()) + int(line.list) > 1)
         throw std::invalid_argument("--window, --tour and --list are one or the other");
     if (line.shotsFolder && !line.window) throw std::invalid_argument("--shots goes with --window");
+    if ((line.saveFile || line.exportFile) && (line.window || line.list))
+        throw std::invalid_argument(
+            "--save and --export go with --tour or alone; the window saves with Ctrl+S and "
+            "exports with Ctrl+E");
     return line;
 }
 
 std::string usage(const std::string& defaultScene, const std::string& defaultPlugin,
                   const std::string& defaultRoot) {
-    return "Usage: beamwright-viewer [SCENE] --tour DIR [--plugin PATH] [--root DIR]\n"
+    return "Usage: beamwright-viewer [SCENE] --tour DIR [--save FILE] [--export FILE] [--plugin "
+           "PATH] [--root DIR]\n"
+           "       beamwright-viewer [SCENE] [--save FILE] [--export FILE]\n"
            "       beamwright-viewer [SCENE] --window [--shots DIR] [--plugin PATH] [--root DIR]\n"
            "       beamwright-viewer [SCENE] --list\n"
            "       beamwright-viewer --help\n"
@@ -63,6 +73,9 @@ std::string usage(const std::string& defaultScene, const std::string& defaultPlu
            "  --window       open a window (needs an X display)\n"
            "  --list         print the scene as loaded and exit\n"
            "  --shots DIR    where F12 writes pictures of the window (default .)\n"
+           "  --save FILE    write the scene as it stands (after the tour, if given) as a\n"
+           "                 scene file that references the asset it came from\n"
+           "  --export FILE  write it as glTF 2.0, its lights as KHR_lights_punctual\n"
            "  --plugin PATH  the plugin to load (default " +
            defaultPlugin +
            ")\n"

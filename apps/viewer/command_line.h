@@ -14,6 +14,8 @@ struct CommandLine {
     bool window = false;                     // --window
     bool list = false;                       // --list: print the scene and exit
     std::optional<std::string> shotsFolder;  // --shots DIR: the window's pictures
+    std::optional<std::string> saveFile;     // --save FILE: the scene as it stands, as JSON
+    std::optional<std::string> exportFile;   // --export FILE: the scene as it stands, as glTF
     std::optional<std::string> plugin;       // --plugin PATH
     std::optional<std::string> root;         // --root DIR: SORREL_ROOT
 };

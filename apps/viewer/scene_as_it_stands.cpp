@@ -1,8 +1,11 @@
 #include "apps/viewer/scene_as_it_stands.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
+#include "apps/scene/gltf_export.h"
+#include "apps/scene/scene_writer.h"
 #include "host/core/names.h"
 #include "host/siblings/light_package_commands.h"
 #include "host/viewer/scene.h"
@@ -64,6 +67,20 @@ SceneDescription sceneAsItStands(const SceneDescription& loaded, const sorrel::S
         now.lights.push_back(std::move(description));
     }
     return now;
+}
+
+void saveAsItStands(const std::string& path, const SceneDescription& loaded,
+                    const sorrel::Scene& scene, const ViewNow& view) {
+    saveSceneFile(path, sceneAsItStands(loaded, scene, view));
+}
+
+void exportAsItStands(const std::string& path, const sorrel::Scene& scene) {
+    exportGltf(path, scene, sorrel::locationLights(scene));
+}
+
+std::string exportPathFor(const std::string& opened) {
+    std::filesystem::path path(opened);
+    return path.replace_extension(".beamwright.gltf").string();
 }
 
 }  // namespace viewer

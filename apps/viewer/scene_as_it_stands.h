@@ -26,4 +26,15 @@ struct ViewNow {
 SceneDescription sceneAsItStands(const SceneDescription& loaded, const sorrel::Scene& scene,
                                  const ViewNow& view);
 
+/// Saves sceneAsItStands as a scene file at `path`; exports the viewer's
+/// scene (its meshes and light locations) as glTF at `path`. Both throw
+/// FileWriteError naming the file and the cause, the earlier file whole.
+void saveAsItStands(const std::string& path, const SceneDescription& loaded,
+                    const sorrel::Scene& scene, const ViewNow& view);
+void exportAsItStands(const std::string& path, const sorrel::Scene& scene);
+
+/// Where the window exports a scene opened from `opened`: beside it, as
+/// "<name>.beamwright.gltf", never over the file it came from.
+std::string exportPathFor(const std::string& opened);
+
 }  // namespace viewer
