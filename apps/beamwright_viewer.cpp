@@ -96,7 +96,7 @@ void keepScene(const KeepFiles& keep, const SceneDescription& loaded, const sorr
         std::printf("saved %s\n", keep.save->c_str());
     }
     if (keep.gltf) {
-        exportAsItStands(*keep.gltf, scene);
+        exportAsItStands(*keep.gltf, loaded, scene);
         std::printf("exported %s\n", keep.gltf->c_str());
     }
 }

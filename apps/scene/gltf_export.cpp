@@ -123,12 +123,23 @@ void addMesh(tinygltf::Model& model, const std::string& name, const sorrel::Mesh
     model.nodes.push_back(node);
 }
 
-void addLight(tinygltf::Model& model, const sorrel::SceneLight& light,
+const char* gltfTypeOf(LightKind kind) {
+    switch (kind) {
+        case LightKind::Point:
+            return "point";
+        case LightKind::Directional:
+            return "directional";
+        default:
+            return "spot";
+    }
+}
+
+void addLight(tinygltf::Model& model, const sorrel::SceneLight& light, LightKind kind,
               const sorrel::Matrix& world) {
     const sorrel::LightProperties& p = light.properties;
     tinygltf::Light gltfLight;
     gltfLight.name = nodeNameOf(light.path);
-    gltfLight.type = "spot";
+    gltfLight.type = gltfTypeOf(kind);
     // The colour at full strength, its largest channel 1; the rest is intensity.
     const double strength = std::max({p.color.x, p.color.y, p.color.z});
     const Vec3 color = strength > 0.0 ? p.color * (1.0 / strength) : p.color;
@@ -155,7 +166,8 @@ void addLight(tinygltf::Model& model, const sorrel::SceneLight& light,
 
 }  // namespace
 
-std::string gltfText(const sorrel::Scene& scene, const std::vector<sorrel::SceneLight>& lights) {
+std::string gltfText(const sorrel::Scene& scene, const std::vector<sorrel::SceneLight>& lights,
+                     const LightKinds& kinds) {
     tinygltf::Model model;
     model.asset.version = "2.0";
     model.asset.generator = "beamwright-viewer";
@@ -163,7 +175,9 @@ std::string gltfText(const sorrel::Scene& scene, const std::vector<sorrel::Scene
     for (const auto& [name, mesh] : scene.meshes()) addMesh(model, name, mesh);
     for (const sorrel::SceneLight& light : lights) {
         const std::optional<sorrel::Matrix> world = scene.worldTransform(light.path);
-        addLight(model, light, world ? *world : sorrel::kIdentity);
+        const auto kind = kinds.find(light.path);
+        addLight(model, light, kind != kinds.end() ? kind->second : LightKind::Spot,
+                 world ? *world : sorrel::kIdentity);
     }
     if (model.buffers.front().data.empty()) model.buffers.clear();
 
@@ -181,8 +195,8 @@ std::string gltfText(const sorrel::Scene& scene, const std::vector<sorrel::Scene
 }
 
 void exportGltf(const std::string& path, const sorrel::Scene& scene,
-                const std::vector<sorrel::SceneLight>& lights) {
-    writeFileAtomically(path, gltfText(scene, lights));
+                const std::vector<sorrel::SceneLight>& lights, const LightKinds& kinds) {
+    writeFileAtomically(path, gltfText(scene, lights, kinds));
 }
 
 }  // namespace viewer

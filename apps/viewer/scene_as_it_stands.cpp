@@ -74,8 +74,11 @@ void saveAsItStands(const std::string& path, const SceneDescription& loaded,
     saveSceneFile(path, sceneAsItStands(loaded, scene, view));
 }
 
-void exportAsItStands(const std::string& path, const sorrel::Scene& scene) {
-    exportGltf(path, scene, sorrel::locationLights(scene));
+void exportAsItStands(const std::string& path, const SceneDescription& loaded,
+                      const sorrel::Scene& scene) {
+    LightKinds kinds;
+    for (const LightDescription& light : loaded.lights) kinds[light.path] = light.kind;
+    exportGltf(path, scene, sorrel::locationLights(scene), kinds);
 }
 
 std::string exportPathFor(const std::string& opened) {

@@ -31,7 +31,8 @@ SceneDescription sceneAsItStands(const SceneDescription& loaded, const sorrel::S
 /// FileWriteError naming the file and the cause, the earlier file whole.
 void saveAsItStands(const std::string& path, const SceneDescription& loaded,
                     const sorrel::Scene& scene, const ViewNow& view);
-void exportAsItStands(const std::string& path, const sorrel::Scene& scene);
+void exportAsItStands(const std::string& path, const SceneDescription& loaded,
+                      const sorrel::Scene& scene);
 
 /// Where the window exports a scene opened from `opened`: beside it, as
 /// "<name>.beamwright.gltf", never over the file it came from.

@@ -150,3 +150,43 @@ TEST_F(ViewerCommand, EachBadInputEndsWithOneLineNamingTheFileAndANonZeroExit) {
 }
 
 }  // namespace
+
+namespace {
+
+/// The "light" lines of a --list.
+std::string lightLines(const std::string& listing) {
+    std::string lights;
+    std::size_t start = 0;
+    while (start < listing.size()) {
+        const std::size_t end = listing.find('\n', start);
+        const std::string line = listing.substr(start, end - start);
+        if (line.rfind("light ", 0) == 0) lights += line + "\n";
+        start = end == std::string::npos ? listing.size() : end + 1;
+    }
+    return lights;
+}
+
+TEST_F(ViewerCommand, SaveAndExportKeepTheLightsAndEachOpensAgainWithThem) {
+    const std::string gltf = testing_support::writeGltfScene(folder);
+    const std::string saved = folder.path() + "/kept.json";
+    const std::string exported = folder.path() + "/kept.gltf";
+    const Outcome kept =
+        runViewer(folder, "'" + gltf + "' --save '" + saved + "' --export '" + exported + "'");
+    EXPECT_EQ(kept.status, 0) << kept.err;
+    EXPECT_EQ(kept.out, "saved " + saved + "\nexported " + exported + "\n");
+
+    const std::string lights = lightLines(runViewer(folder, "'" + gltf + "' --list").out);
+    ASSERT_NE(lights, "");
+    EXPECT_EQ(lightLines(runViewer(folder, "'" + saved + "' --list").out), lights);
+    EXPECT_EQ(lightLines(runViewer(folder, "'" + exported + "' --list").out), lights);
+
+    const Outcome nowhere =
+        runViewer(folder, "'" + gltf + "' --save '" + folder.path() + "/missing/kept.json'");
+    EXPECT_EQ(nowhere.status, 1);
+    EXPECT_EQ(nowhere.err.rfind(
+                  "beamwright-viewer: cannot write " + folder.path() + "/missing/kept.json: ", 0),
+              0u)
+        << nowhere.err;
+}
+
+}  // namespace
