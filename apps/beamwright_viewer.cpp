@@ -184,6 +184,8 @@ int main(int argc, char** argv) {
                 settings.shotsFolder = *line.shotsFolder;
                 viewer::makeFolders(settings.shotsFolder);
             }
+            settings.saveFile = line.saveFile;
+            settings.exportFile = line.exportFile;
             runWindowOn(scene, plugin, settings);
         } else if (line.tourFolder) {
             runTourOn(scene, plugin, *line.tourFolder, {line.saveFile, line.exportFile});

@@ -40,10 +40,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
     if (int(line.window) + int(line.tourFolder.has_value()) + int(line.list) > 1)
         throw std::invalid_argument("--window, --tour and --list are one or the other");
     if (line.shotsFolder && !line.window) throw std::invalid_argument("--shots goes with --window");
-    if ((line.saveFile || line.exportFile) && (line.window || line.list))
-        throw std::invalid_argument(
-            "--save and --export go with --tour or alone; the window saves with Ctrl+S and "
-            "exports with Ctrl+E");
+    if ((line.saveFile || line.exportFile) && line.list)
+        throw std::invalid_argument("--save and --export go with --tour, --window or alone");
     return line;
 }
 
@@ -52,7 +50,8 @@ std::string usage(const std::string& defaultScene, const std::string& defaultPlu
     return "Usage: beamwright-viewer [SCENE] --tour DIR [--save FILE] [--export FILE] [--plugin "
            "PATH] [--root DIR]\n"
            "       beamwright-viewer [SCENE] [--save FILE] [--export FILE]\n"
-           "       beamwright-viewer [SCENE] --window [--shots DIR] [--plugin PATH] [--root DIR]\n"
+           "       beamwright-viewer [SCENE] --window [--shots DIR] [--save FILE] [--export FILE] "
+           "[--plugin PATH] [--root DIR]\n"
            "       beamwright-viewer [SCENE] --list\n"
            "       beamwright-viewer --help\n"
            "\n"
@@ -74,8 +73,11 @@ std::string usage(const std::string& defaultScene, const std::string& defaultPlu
            "  --list         print the scene as loaded and exit\n"
            "  --shots DIR    where F12 writes pictures of the window (default .)\n"
            "  --save FILE    write the scene as it stands (after the tour, if given) as a\n"
-           "                 scene file that references the asset it came from\n"
-           "  --export FILE  write it as glTF 2.0, its lights as KHR_lights_punctual\n"
+           "                 scene file that references the asset it came from; with\n"
+           "                 --window, where Ctrl+S saves (default: back to a scene file,\n"
+           "                 beside an asset as ASSET.beamwright.json)\n"
+           "  --export FILE  write it as glTF 2.0, its lights as KHR_lights_punctual; with\n"
+           "                 --window, where Ctrl+E exports (default NAME.beamwright.gltf)\n"
            "  --plugin PATH  the plugin to load (default " +
            defaultPlugin +
            ")\n"

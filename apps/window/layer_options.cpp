@@ -41,6 +41,14 @@ LayerOptions layerOptionsAfter(const std::vector<NamedOption>& options) {
     return layer;
 }
 
+std::vector<NamedOption> allOptions(const LayerOptions& options) {
+    return {{kEnabled, options.enabled ? 1 : 0},
+            {kMode, options.mode},
+            {kDefaultDistance, options.defaultDistance},
+            {kManipulatorScale, options.manipulatorScale},
+            {kPackageClassName, options.packageClassName}};
+}
+
 std::vector<NamedOption> optionChanges(const LayerOptions& before, const LayerOptions& after) {
     std::vector<NamedOption> changes;
     if (after.enabled != before.enabled) changes.emplace_back(kEnabled, after.enabled ? 1 : 0);

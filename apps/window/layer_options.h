@@ -27,6 +27,9 @@ using NamedOption = std::pair<std::string, OptionValue>;
 /// The layers' options after `options` (a scene's) were set.
 LayerOptions layerOptionsAfter(const std::vector<NamedOption>& options);
 
+/// Every option the panel edits, with its value now, as the layer takes it.
+std::vector<NamedOption> allOptions(const LayerOptions& options);
+
 /// Each option whose value differs between the two, as the layer takes it.
 std::vector<NamedOption> optionChanges(const LayerOptions& before, const LayerOptions& after);
 

@@ -7,6 +7,7 @@
 
 #include "apps/scene/placement_modes.h"
 #include "apps/window/camera_list.h"
+#include "apps/window/keep_panel.h"
 #include "apps/window/window_input.h"
 #include "host/core/names.h"
 
@@ -27,8 +28,9 @@ constexpr float kDistanceDragSpeed = 0.05f;
 /// Lines the history shows at once.
 constexpr float kHistoryLines = 5.0f;
 /// Lines of text below the light list: the hovered light, the history's
-/// heading, its lines and their frame, the status, a heading, two times.
-constexpr float kLinesBelowLights = 7.0f + kHistoryLines;
+/// heading, its lines and their frame, the status, a heading, two times, and
+/// saving.
+constexpr float kLinesBelowLights = 7.0f + kHistoryLines + kKeepPanelLines;
 constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 

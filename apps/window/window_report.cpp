@@ -35,6 +35,10 @@ void WindowReport::ready(int width, int height) const {
     line("ready " + std::to_string(width) + " " + std::to_string(height));
 }
 
+void WindowReport::saved(const std::string& file) const { line("saved " + file); }
+
+void WindowReport::exported(const std::string& file) const { line("exported " + file); }
+
 void WindowReport::undo(const std::string& step) const { line("undo " + step); }
 
 void WindowReport::redo(const std::string& step) const { line("redo " + step); }

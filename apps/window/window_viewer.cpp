@@ -13,11 +13,13 @@
 
 #include "apps/scene/atomic_file.h"
 #include "apps/scene/placement_modes.h"
+#include "apps/scene/scene_framing.h"
 #include "apps/viewer/light_poses.h"
 #include "apps/viewer/picture_file.h"
 #include "apps/viewer/scene_setup.h"
 #include "apps/viewer/viewer_session.h"
 #include "apps/window/glfw_window.h"
+#include "apps/window/keep_panel.h"
 #include "apps/window/layer_options.h"
 #include "apps/window/orbit_camera.h"
 #include "apps/window/panel_context.h"
@@ -73,6 +75,8 @@ WindowViewer::WindowViewer(const SceneDescription& scene, const sorrel::PluginLi
               std::string(kWindowTitle) + " - " + scene.file),
       session_(scene, plugin, window_),
       history_(session_.stage().delegate()),
+      keepFiles_{settings.saveFile.value_or(keepFilesFor(scene.file).save),
+                 settings.exportFile.value_or(keepFilesFor(scene.file).gltf)},
       report_(report),
       settings_(std::move(settings)),
       usdLights_(usdLightPaths(scene)),
@@ -248,13 +252,16 @@ void WindowViewer::keyPressed(int key, int action, int glfwMods) {
     const bool shift = (glfwMods & GLFW_MOD_SHIFT) != 0;
     if (control && key == GLFW_KEY_Z) return shift ? redo() : undo();
     if (control && key == GLFW_KEY_Y) return redo();
+    if (control && key == GLFW_KEY_S) return save();
+    if (control && key == GLFW_KEY_E) return exportScene();
     if (action != GLFW_PRESS) return;
     if (const std::optional<std::size_t> mode = modeOfKey(key)) {
         LayerOptions chosen = options_;
         chosen.mode = kPlacementModes[*mode].label;
         setOptions(chosen);
     } else if (key == GLFW_KEY_F) {
-        moveCamera(framed(camera_, framingPoints(),
+        // F frames the whole scene, Shift+F the lights and where they aim.
+        moveCamera(framed(camera_, framingPoints(/* meshes = */ !shift),
                           static_cast<double>(viewport().width) / viewport().height));
         report_.camera(eyeOf(camera_), camera_.target);
     } else if (key == GLFW_KEY_F12) {
@@ -426,17 +433,54 @@ void WindowViewer::applyCamera() {
     viewport().lookAt(eyeXyz, targetXyz, camera_.fovDegrees, depth.nearPlane, depth.farPlane);
 }
 
-/// Every light and the point it aims at; the meshes' centres when there is no light.
-std::vector<sorrel::Vec3> WindowViewer::framingPoints() {
+std::vector<sorrel::Vec3> WindowViewer::framingPoints(bool meshes) {
     std::vector<sorrel::Vec3> points;
     for (const sorrel::SceneLight& light : session_.lights()) {
         points.push_back(light.position);
         points.push_back(light.position + light.direction * light.centerOfInterest);
     }
-    if (points.empty())
-        for (const auto& entry : session_.stage().scene().meshes())
-            points.push_back(entry.second.boundsCentre());
+    if (meshes || points.empty()) {
+        const SceneBounds bounds = sceneBounds(session_.scene().meshes);
+        for (int corner = 0; corner < 8; ++corner)
+            points.push_back({(corner & 1) != 0 ? bounds.max.x : bounds.min.x,
+                              (corner & 2) != 0 ? bounds.max.y : bounds.min.y,
+                              (corner & 4) != 0 ? bounds.max.z : bounds.min.z});
+    }
     return points;
+}
+
+ViewNow WindowViewer::viewNow() {
+    ViewNow view;
+    view.camera = session_.scene().camera;
+    view.camera.eye = eyeOf(camera_);
+    view.camera.target = camera_.target;
+    view.camera.fovDegrees = camera_.fovDegrees;
+    view.selection = sorrel::selectedPaths(scene());
+    view.selection.insert(view.selection.end(), usdSelection_.begin(), usdSelection_.end());
+    view.options = allOptions(options_);
+    return view;
+}
+
+void WindowViewer::save() {
+    try {
+        saveAsItStands(keepFiles_.save, session_.scene(), scene(), viewNow());
+        report_.saved(keepFiles_.save);
+        status_ = "saved " + keepFiles_.save;
+    } catch (const FileWriteError& error) {
+        std::fprintf(stderr, "beamwright-viewer: %s\n", error.what());
+        status_ = error.what();
+    }
+}
+
+void WindowViewer::exportScene() {
+    try {
+        exportAsItStands(keepFiles_.gltf, session_.scene(), scene());
+        report_.exported(keepFiles_.gltf);
+        status_ = "exported " + keepFiles_.gltf;
+    } catch (const FileWriteError& error) {
+        std::fprintf(stderr, "beamwright-viewer: %s\n", error.what());
+        status_ = error.what();
+    }
 }
 
 PanelInfo WindowViewer::panelInfo() {
@@ -467,6 +511,9 @@ void WindowViewer::drawFrame() {
     setOptions(edited);
     if (chosen.light) select(*chosen.light);
     if (chosen.camera) showCamera(*chosen.camera);
+    const KeepRequest request = drawKeepPanel(kPanelName, keepFiles_);
+    if (request == KeepRequest::Save) save();
+    if (request == KeepRequest::Export) exportScene();
 
     const sorrel::LayerObject* const handles = &session_.handlesLayer();
     session_.drawFrame([this, handles](const sorrel::LayerObject& layer, double seconds) {

@@ -21,9 +21,11 @@
 #include <vector>
 
 #include "apps/scene/scene_description.h"
+#include "apps/viewer/scene_as_it_stands.h"
 #include "apps/viewer/viewer_session.h"
 #include "apps/window/glfw_window.h"
 #include "apps/window/input_routing.h"
+#include "apps/window/keep_files.h"
 #include "apps/window/layer_options.h"
 #include "apps/window/orbit_camera.h"
 #include "apps/window/viewer_panel.h"
@@ -44,6 +46,9 @@ class PanelContext;
 struct WindowSettings {
     /// Where F12 writes its pictures, window-01.png and on.
     std::string shotsFolder = ".";
+    /// Where Ctrl+S saves and Ctrl+E exports, where not where keepFilesFor says.
+    std::optional<std::string> saveFile;
+    std::optional<std::string> exportFile;
 };
 
 class WindowViewer {
@@ -103,6 +108,13 @@ private:
     void undo();
     void redo();
 
+    // ---- keeping the scene ----
+
+    /// The view as the window shows it now, for a saved scene.
+    ViewNow viewNow();
+    void save();
+    void exportScene();
+
     // ---- what input does ----
 
     /// Hands one mouse event to the plugin's layers and reports what it did
@@ -135,8 +147,9 @@ private:
 
     void applyCamera();
 
-    /// Every light and the point it aims at; the meshes' centres when there is no light.
-    std::vector<sorrel::Vec3> framingPoints();
+    /// Every light and the point it aims at; with `meshes`, the corners of
+    /// every mesh's box too (and the meshes' alone when there is no light).
+    std::vector<sorrel::Vec3> framingPoints(bool meshes);
 
     // ---- a frame ----
 
@@ -151,6 +164,8 @@ private:
     ViewerSession session_;
     std::unique_ptr<PanelContext> panel_;
     sorrel::EditHistory history_;
+    /// Where Ctrl+S and Ctrl+E write.
+    KeepFiles keepFiles_;
     const WindowReport report_;
     const WindowSettings settings_;
     const std::set<std::string> usdLights_;

@@ -183,7 +183,8 @@ protected:
             environment.push_back(std::string("ASAN_OPTIONS=") + sanitizer + ":detect_leaks=0");
         viewer_ = std::make_unique<ChildProcess>(
             std::vector<std::string>{BEAMWRIGHT_VIEWER_PATH, BEAMWRIGHT_STUDIO_SCENE, "--window",
-                                     "--shots", folder_.path()},
+                                     "--shots", folder_.path(), "--save", savedFile(), "--export",
+                                     exportedFile()},
             environment, folder_.path() + "/viewer.log");
         const std::string ready = linesUntil("ready ").back();
         ASSERT_EQ(ready, "ready " + pixelText({view_.width(), view_.height()}));
@@ -198,6 +199,9 @@ protected:
         // The viewer exits non-zero when attribute references leaked.
         EXPECT_EQ(viewer_->wait(), 0) << viewerErrors();
     }
+
+    std::string savedFile() const { return folder_.path() + "/saved.json"; }
+    std::string exportedFile() const { return folder_.path() + "/saved.gltf"; }
 
     std::string viewerErrors() const {
         std::ifstream log(folder_.path() + "/viewer.log");
@@ -398,14 +402,18 @@ TEST_F(ViewerWindow, APlacementUndoneIsGoneWithItsLightAndHandleAndARedoBringsIt
     // selecting the fill light then shows the key light's handle.
     xdotool({"key", "3"});
     clickAt(onFloor);
-    EXPECT_EQ(placementAt(onFloor).light, kKeyLight);
+    const Placement placed = placementAt(onFloor);
+    EXPECT_EQ(placed.light, kKeyLight);
     clickAt(fillHandle);
     EXPECT_EQ(linesUntil("selected ").back(), std::string("selected ") + kFillLight);
     pointAt(away);
-    const sorrel::RgbaImage placed = screenshot();
+    const sorrel::RgbaImage placedPicture = screenshot();
 
     xdotool({"key", "ctrl+z"});
     EXPECT_EQ(linesUntil("undo ").back(), std::string("undo place ") + kKeyLight);
+    xdotool({"key", "ctrl+s"});
+    EXPECT_EQ(linesUntil("saved ").back(), "saved " + savedFile());
+    const viewer::SceneDescription saved = viewer::loadScene(savedFile());
     pointAt(keyHandle);
     EXPECT_EQ(linesUntil("hovered ").back(), std::string("hovered ") + kKeyLight)
         << "the handle is back where the light aimed before";
@@ -425,9 +433,9 @@ TEST_F(ViewerWindow, APlacementUndoneIsGoneWithItsLightAndHandleAndARedoBringsIt
 
     // The light and its spot move back and again.
     const int width = view_.width();
-    const int moved = viewportPixelsThatDiffer(placed, undone, width);
+    const int moved = viewportPixelsThatDiffer(placedPicture, undone, width);
     EXPECT_GT(moved, width) << "the undo changed the picture";
-    EXPECT_LT(viewportPixelsThatDiffer(placed, redone, width), moved / 50);
+    EXPECT_LT(viewportPixelsThatDiffer(placedPicture, redone, width), moved / 50);
 }
 
 }  // namespace
