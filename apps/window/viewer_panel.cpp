@@ -3,6 +3,9 @@
 #include <imgui.h>
 #include <imgui_stdlib.h>
 
+#include <algorithm>
+#include <cctype>
+#include <iterator>
 #include <string>
 
 #include "apps/scene/placement_modes.h"
@@ -27,10 +30,10 @@ constexpr double kMaxDistance = 100.0;
 constexpr float kDistanceDragSpeed = 0.05f;
 /// Lines the history shows at once.
 constexpr float kHistoryLines = 5.0f;
-/// Lines of text below the light list: the hovered light, the history's
+/// Lines of text below the light list (and its filter): the hovered light, the history's
 /// heading, its lines and their frame, the status, a heading, two times, and
 /// saving.
-constexpr float kLinesBelowLights = 7.0f + kHistoryLines + kKeepPanelLines;
+constexpr float kLinesBelowLights = 8.0f + kHistoryLines + kKeepPanelLines;
 constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 
@@ -60,19 +63,25 @@ void optionFields(LayerOptions& options) {
     ImGui::PopItemWidth();
 }
 
-std::optional<std::string> lightList(const std::vector<PanelLight>& lights) {
+std::optional<std::string> lightList(const std::vector<PanelLight>& lights, LightListState& list) {
     std::optional<std::string> clicked;
-    ImGui::Text("Lights (%zu), click to select", lights.size());
+    std::size_t shown = 0;
+    for (const PanelLight& light : lights) shown += passesFilter(light.path, list.filter) ? 1 : 0;
+    ImGui::Text("Lights (%zu of %zu), click to select", shown, lights.size());
+    ImGui::InputTextWithHint("##filter", "filter by path", &list.filter);
     // The list takes what the lines below it leave of the panel's height.
     const float below = ImGui::GetTextLineHeightWithSpacing() * kLinesBelowLights +
                         ImGui::GetStyle().ItemSpacing.y * 2.0f;
     ImGui::BeginChild("lights", ImVec2(0.0f, -below), /* border = */ true);
     for (const PanelLight& light : lights) {
+        if (!passesFilter(light.path, list.filter)) continue;
         if (light.usd) ImGui::PushStyleColor(ImGuiCol_Text, kDimmed);
         const std::string row = light.path + (light.usd ? "  (USD)" : "");
         if (ImGui::Selectable(row.c_str(), light.selected)) clicked = light.path;
+        if (light.selected && list.scrollToSelected) ImGui::SetScrollHereY();
         if (light.usd) ImGui::PopStyleColor();
     }
+    list.scrollToSelected = false;
     ImGui::EndChild();
     return clicked;
 }
@@ -103,7 +112,17 @@ void passTime(const char* name, const std::optional<double>& milliseconds) {
 
 }  // namespace
 
-PanelChoice drawViewerPanel(LayerOptions& options, const PanelInfo& info, const PanelArea& area) {
+bool passesFilter(const std::string& path, const std::string& filter) {
+    const auto lower = [](unsigned char c) { return std::tolower(c); };
+    std::string folded;
+    std::transform(path.begin(), path.end(), std::back_inserter(folded), lower);
+    std::string wanted;
+    std::transform(filter.begin(), filter.end(), std::back_inserter(wanted), lower);
+    return folded.find(wanted) != std::string::npos;
+}
+
+PanelChoice drawViewerPanel(LayerOptions& options, LightListState& list, const PanelInfo& info,
+                            const PanelArea& area) {
     ImGui::SetNextWindowPos(ImVec2(area.x, 0.0f));
     ImGui::SetNextWindowSize(ImVec2(area.width, area.height));
     ImGui::Begin("Beamwright", nullptr, kPanelFlags);
@@ -113,7 +132,7 @@ PanelChoice drawViewerPanel(LayerOptions& options, const PanelInfo& info, const 
     ImGui::Separator();
     optionFields(options);
     ImGui::Separator();
-    choice.light = lightList(info.lights);
+    choice.light = lightList(info.lights, list);
     ImGui::Text("Hovered: %s", info.hovered.empty() ? "none" : info.hovered.c_str());
     ImGui::Separator();
     historyList(info);

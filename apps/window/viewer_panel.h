@@ -41,6 +41,18 @@ struct PanelChoice {
     std::optional<std::size_t> camera;  // an index into PanelInfo::cameras
 };
 
+/// What a person does to the light list, kept from frame to frame.
+struct LightListState {
+    /// Text a light's path must hold to be listed, any case; empty lists all.
+    std::string filter;
+    /// Set when a light was selected outside the list (by its handle): the
+    /// list scrolls to it on the next frame and clears this.
+    bool scrollToSelected = false;
+};
+
+/// Whether the light at `path` is listed under `filter`.
+bool passesFilter(const std::string& path, const std::string& filter);
+
 /// The panel's area of the window, pixels from the top left corner.
 struct PanelArea {
     float x = 0.0f;
@@ -48,8 +60,9 @@ struct PanelArea {
     float height = 0.0f;
 };
 
-/// Lays the panel out for this ImGui frame: edits `options` in place and
-/// answers the light or camera a person chose, if any.
-PanelChoice drawViewerPanel(LayerOptions& options, const PanelInfo& info, const PanelArea& area);
+/// Lays the panel out for this ImGui frame: edits `options` and `list` in
+/// place and answers the light or camera a person chose, if any.
+PanelChoice drawViewerPanel(LayerOptions& options, LightListState& list, const PanelInfo& info,
+                            const PanelArea& area);
 
 }  // namespace viewer

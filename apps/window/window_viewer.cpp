@@ -215,7 +215,10 @@ void WindowViewer::buttonChanged(int glfwButton, int action, int glfwMods) {
         if (pressAsksForHandle(state, button, modifiers)) handle = unselectedHandleAt(pixel);
         const PressRoute route = routePress(state, button, modifiers, handle.has_value());
         gesture_ = route.gesture;
-        if (handle && route.gesture == Gesture::Select) select(*handle);
+        if (handle && route.gesture == Gesture::Select) {
+            select(*handle);
+            lightList_.scrollToSelected = true;
+        }
         if (route.gesture == Gesture::Plugin && state.gesture == Gesture::None) {
             // One press, with its drag, is one step of the history.
             history_.begin();
@@ -507,7 +510,7 @@ void WindowViewer::drawFrame() {
     LayerOptions edited = options_;
     const PanelArea area{static_cast<float>(viewport().width),
                          static_cast<float>(width - viewport().width), static_cast<float>(height)};
-    const PanelChoice chosen = drawViewerPanel(edited, panelInfo(), area);
+    const PanelChoice chosen = drawViewerPanel(edited, lightList_, panelInfo(), area);
     setOptions(edited);
     if (chosen.light) select(*chosen.light);
     if (chosen.camera) showCamera(*chosen.camera);

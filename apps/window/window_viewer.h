@@ -166,6 +166,7 @@ private:
     sorrel::EditHistory history_;
     /// Where Ctrl+S and Ctrl+E write.
     KeepFiles keepFiles_;
+    LightListState lightList_;
     const WindowReport report_;
     const WindowSettings settings_;
     const std::set<std::string> usdLights_;
