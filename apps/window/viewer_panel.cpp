@@ -5,12 +5,14 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <iterator>
 #include <string>
 
 #include "apps/scene/placement_modes.h"
 #include "apps/window/camera_list.h"
 #include "apps/window/keep_panel.h"
+#include "apps/window/light_editor.h"
 #include "apps/window/window_input.h"
 #include "host/core/names.h"
 
@@ -28,24 +30,33 @@ constexpr double kMaxManipulatorScale = 10.0;
 constexpr double kMinDistance = 0.1;
 constexpr double kMaxDistance = 100.0;
 constexpr float kDistanceDragSpeed = 0.05f;
-/// Lines the history shows at once.
+/// Lines the history shows at once, opened.
 constexpr float kHistoryLines = 5.0f;
-/// Lines of text below the light list (and its filter): the hovered light, the history's
-/// heading, its lines and their frame, the status, a heading, two times, and
-/// saving.
-constexpr float kLinesBelowLights = 8.0f + kHistoryLines + kKeepPanelLines;
+/// Lines below the light list: the hovered light, what the latest action
+/// did, the history's heading (closed), the pass times, and the parts added
+/// after: the selected light's heading (closed) and saving. An opened heading
+/// makes the panel scroll.
+constexpr float kLinesBelowLights = 4.0f + kLightEditorLines + kKeepPanelLines;
 constexpr const char* kLongestOptionName = sorrel::names::kPackageClassName;
 const ImVec4 kDimmed{0.6f, 0.6f, 0.6f, 1.0f};
 
+/// A mode as the list shows it: the key that chooses it, then its label.
+std::string modeRow(std::size_t index) {
+    const std::string label = kPlacementModes[index].label;
+    return std::string(keyOfMode(index)) + "  " + (label.empty() ? "\"\" (none)" : label);
+}
+
+/// The modes in one drop-down line, each with its key, labels as the layer takes them.
 void modeList(LayerOptions& options) {
-    ImGui::TextUnformatted("Mode (key, label as the layer takes it)");
+    std::string current = options.mode;
+    for (std::size_t i = 0; i < kPlacementModes.size(); ++i)
+        if (options.mode == kPlacementModes[i].label) current = modeRow(i);
+    if (!ImGui::BeginCombo(sorrel::names::kMode, current.c_str())) return;
     for (std::size_t i = 0; i < kPlacementModes.size(); ++i) {
         const std::string label = kPlacementModes[i].label;
-        const std::string row = std::string(keyOfMode(i)) + "  " +
-                                (label.empty() ? "\"\" (none)" : label) + "##mode" +
-                                std::to_string(i);
-        if (ImGui::RadioButton(row.c_str(), options.mode == label)) options.mode = label;
+        if (ImGui::Selectable(modeRow(i).c_str(), options.mode == label)) options.mode = label;
     }
+    ImGui::EndCombo();
 }
 
 void optionFields(LayerOptions& options) {
@@ -87,7 +98,10 @@ std::optional<std::string> lightList(const std::vector<PanelLight>& lights, Ligh
 }
 
 void historyList(const PanelInfo& info) {
-    ImGui::Text("History (%zu): Ctrl+Z undoes, Ctrl+Shift+Z or Ctrl+Y redoes", info.history.size());
+    const std::string heading = "History (" + std::to_string(info.historyDone) + " of " +
+                                std::to_string(info.history.size()) +
+                                "), Ctrl+Z, Ctrl+Shift+Z###history";
+    if (!ImGui::CollapsingHeader(heading.c_str())) return;
     ImGui::BeginChild("history",
                       ImVec2(0.0f, ImGui::GetTextLineHeightWithSpacing() * kHistoryLines),
                       /* border = */ true);
@@ -103,11 +117,14 @@ void historyList(const PanelInfo& info) {
     ImGui::EndChild();
 }
 
-void passTime(const char* name, const std::optional<double>& milliseconds) {
-    if (milliseconds)
-        ImGui::Text("%s %.3f ms", name, *milliseconds);
-    else
-        ImGui::Text("%s -", name);
+/// The handles layer's latest passes, on one line.
+void passTimes(const std::optional<double>& draw, const std::optional<double>& pick) {
+    const auto text = [](const std::optional<double>& milliseconds) {
+        char number[32] = "-";
+        if (milliseconds) std::snprintf(number, sizeof number, "%.3f ms", *milliseconds);
+        return std::string(number);
+    };
+    ImGui::Text("Handles passes: draw %s, picking %s", text(draw).c_str(), text(pick).c_str());
 }
 
 }  // namespace
@@ -134,13 +151,9 @@ PanelChoice drawViewerPanel(LayerOptions& options, LightListState& list, const P
     ImGui::Separator();
     choice.light = lightList(info.lights, list);
     ImGui::Text("Hovered: %s", info.hovered.empty() ? "none" : info.hovered.c_str());
-    ImGui::Separator();
-    historyList(info);
     ImGui::TextUnformatted(info.status.empty() ? " " : info.status.c_str());
-    ImGui::Separator();
-    ImGui::TextUnformatted("Handles layer, latest passes");
-    passTime("draw pass:   ", info.drawMilliseconds);
-    passTime("picking pass:", info.pickMilliseconds);
+    historyList(info);
+    passTimes(info.drawMilliseconds, info.pickMilliseconds);
     ImGui::End();
     return choice;
 }

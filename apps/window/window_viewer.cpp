@@ -30,6 +30,7 @@
 #include "host/core/attribute_reading.h"
 #include "host/core/names.h"
 #include "host/core/plugin_objects.h"
+#include "host/siblings/light_orientation.h"
 #include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer/scene_light.h"
@@ -452,6 +453,54 @@ std::vector<sorrel::Vec3> WindowViewer::framingPoints(bool meshes) {
     return points;
 }
 
+std::string WindowViewer::editableLight() {
+    const std::vector<std::string> selected = sorrel::selectedPaths(scene());
+    if (selected.size() != 1 || !usdSelection_.empty()) return "";
+    const sorrel::Location* const location = scene().find(selected.front());
+    return location != nullptr && sorrel::hasType(*location, names::kLightType) ? selected.front()
+                                                                                : "";
+}
+
+void WindowViewer::applyNumbers(const std::string& path, const LightNumbers& numbers) {
+    const std::optional<sorrel::Matrix> turned = sorrel::orientationAlong(numbers.aim);
+    sorrel::Location* const location = scene().find(path);
+    if (!turned || location == nullptr) return;
+    sorrel::Matrix world = *turned;
+    sorrel::setMatrixRow(world, sorrel::kTranslationRow, numbers.position);
+    // World = local x parent's world, row vectors: the local is what is left.
+    const std::optional<sorrel::Matrix> parent = scene().worldTransform(sorrel::parentOf(path));
+    const std::optional<sorrel::Matrix> fromParent =
+        parent ? sorrel::invertMatrix(*parent) : sorrel::kIdentity;
+    if (!fromParent) return;
+    sorrel::AttrRef attributes = location->attributes;
+    attributes = sorrel::withChild(attributes, names::kGeometryCenterOfInterest,
+                                   sorrel::doubleAttr(numbers.centerOfInterest));
+    attributes =
+        sorrel::withChild(attributes, "geometry.intensity", sorrel::doubleAttr(numbers.intensity));
+    attributes =
+        sorrel::withChild(attributes, "geometry.coneAngle", sorrel::doubleAttr(numbers.coneAngle));
+    scene().set(path, attributes, sorrel::multiplyMatrices(world, *fromParent));
+    session_.stage().delegate().sendTransformChange(path, /* attributesChanged = */ true);
+}
+
+void WindowViewer::editSelectedLight() {
+    const std::string path = editableLight();
+    LightNumbers numbers;
+    for (const sorrel::SceneLight& light : session_.lights()) {
+        if (light.path != path) continue;
+        numbers = {light.position, light.direction, light.centerOfInterest,
+                   light.properties.intensity, light.properties.coneAngle};
+    }
+    const LightEditorEvents events = drawLightEditor(kPanelName, path, numbers);
+    if (events.changed) {
+        // The first change of an edit begins its step; letting go ends it.
+        if (!history_.editing()) history_.begin();
+        applyNumbers(path, numbers);
+    }
+    if (events.finished && history_.editing() && gesture_ == Gesture::None)
+        history_.end("edit " + path);
+}
+
 ViewNow WindowViewer::viewNow() {
     ViewNow view;
     view.camera = session_.scene().camera;
@@ -514,6 +563,7 @@ void WindowViewer::drawFrame() {
     setOptions(edited);
     if (chosen.light) select(*chosen.light);
     if (chosen.camera) showCamera(*chosen.camera);
+    editSelectedLight();
     const KeepRequest request = drawKeepPanel(kPanelName, keepFiles_);
     if (request == KeepRequest::Save) save();
     if (request == KeepRequest::Export) exportScene();

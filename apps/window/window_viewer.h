@@ -27,6 +27,7 @@
 #include "apps/window/input_routing.h"
 #include "apps/window/keep_files.h"
 #include "apps/window/layer_options.h"
+#include "apps/window/light_editor.h"
 #include "apps/window/orbit_camera.h"
 #include "apps/window/viewer_panel.h"
 #include "apps/window/window_report.h"
@@ -107,6 +108,16 @@ private:
     std::string whyNothingPlaced(int modifiers);
     void undo();
     void redo();
+
+    // ---- the selected light's numbers ----
+
+    /// The one light location selected, which the panel edits; "" when none
+    /// or more than one is selected, or a USD light.
+    std::string editableLight();
+    /// Moves, aims and sets the light at `path` as `numbers` say, and reports
+    /// it to the plugin as the host reports any change.
+    void applyNumbers(const std::string& path, const LightNumbers& numbers);
+    void editSelectedLight();
 
     // ---- keeping the scene ----
 
