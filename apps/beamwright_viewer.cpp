@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "apps/scene/atomic_file.h"
+#include "apps/scene/recovery_file.h"
 #include "apps/scene/scene_file.h"
 #include "apps/viewer/command_line.h"
 #include "apps/viewer/contact_sheet.h"
@@ -26,6 +27,8 @@
 #include "apps/viewer/tour.h"
 #include "apps/viewer/tour_table.h"
 #include "apps/viewer/viewer_session.h"
+#include "apps/window/keep_files.h"
+#include "apps/window/window_report.h"
 #include "apps/window/window_viewer.h"
 #include "host/core/attribute_model.h"
 #include "host/core/plugin_library.h"
@@ -83,13 +86,13 @@ void withoutLeaks(const std::function<void()>& session) {
 }
 
 /// Where --save and --export write the scene as it stands.
-struct KeepFiles {
+struct KeepAsked {
     std::optional<std::string> save;
     std::optional<std::string> gltf;
 };
 
 /// Saves and exports the scene in `stage` as it stands, if asked, and says so.
-void keepScene(const KeepFiles& keep, const SceneDescription& loaded, const sorrel::Scene& scene) {
+void keepScene(const KeepAsked& keep, const SceneDescription& loaded, const sorrel::Scene& scene) {
     if (keep.save) {
         const ViewNow view{loaded.camera, sorrel::selectedPaths(scene), {}};
         saveAsItStands(*keep.save, loaded, scene, view);
@@ -102,7 +105,7 @@ void keepScene(const KeepFiles& keep, const SceneDescription& loaded, const sorr
 }
 
 /// The scene as loaded, put into a viewer without the plugin, saved and exported.
-void keepSceneOf(const std::string& scenePath, const KeepFiles& keep) {
+void keepSceneOf(const std::string& scenePath, const KeepAsked& keep) {
     const SceneDescription scene = loadScene(scenePath);
     withoutLeaks([&] {
         sorrel::ViewerStage stage(scene.camera.width, scene.camera.height, scene.camera.eye,
@@ -114,7 +117,7 @@ void keepSceneOf(const std::string& scenePath, const KeepFiles& keep) {
 }
 
 void runTourOn(const std::string& scenePath, const std::string& pluginPath,
-               const std::string& folder, const KeepFiles& keep) {
+               const std::string& folder, const KeepAsked& keep) {
     const auto start = std::chrono::steady_clock::now();
     const SceneDescription scene = loadScene(scenePath);
     checkPluginLoads(pluginPath);
@@ -148,8 +151,15 @@ void runTourOn(const std::string& scenePath, const std::string& pluginPath,
 }
 
 void runWindowOn(const std::string& scenePath, const std::string& pluginPath,
-                 const WindowSettings& settings) {
-    const SceneDescription scene = loadScene(scenePath);
+                 WindowSettings settings, bool recover) {
+    const std::string recovery = recoveryFileFor(scenePath);
+    if (recover && !std::filesystem::exists(recovery))
+        throw Stop{"no recovery file for " + scenePath + " (looked for " + recovery + ")"};
+    // A recovered scene is kept where the scene it came from is kept.
+    settings.recoveryFile = recovery;
+    const KeepFiles beside = keepFilesFor(scenePath);
+    settings.saveFile = settings.saveFile.value_or(beside.save);
+    settings.exportFile = settings.exportFile.value_or(beside.gltf);
     checkPluginLoads(pluginPath);
     try {
         checkHandleShaders();
@@ -157,7 +167,15 @@ void runWindowOn(const std::string& scenePath, const std::string& pluginPath,
         throw Stop{missing.what()};
     }
     const sorrel::PluginLibrary plugin(pluginPath);
-    withoutLeaks([&] { runWindow(scene, plugin, settings, stdout); });
+    const WindowReport report(stdout);
+    for (bool fromRecovery = recover;; fromRecovery = true) {
+        const SceneDescription scene = loadScene(fromRecovery ? recovery : scenePath);
+        if (fromRecovery) report.recovered(recovery);
+        settings.recoveryOffered = !fromRecovery && recoveryIsNewer(recovery, scenePath);
+        WindowViewer::Ending ending = WindowViewer::Ending::Quit;
+        withoutLeaks([&] { ending = runWindow(scene, plugin, settings, stdout); });
+        if (ending != WindowViewer::Ending::Recover) return;
+    }
 }
 
 }  // namespace
@@ -186,7 +204,7 @@ int main(int argc, char** argv) {
             }
             settings.saveFile = line.saveFile;
             settings.exportFile = line.exportFile;
-            runWindowOn(scene, plugin, settings);
+            runWindowOn(scene, plugin, settings, line.recover);
         } else if (line.tourFolder) {
             runTourOn(scene, plugin, *line.tourFolder, {line.saveFile, line.exportFile});
         } else if (line.saveFile || line.exportFile) {

@@ -22,6 +22,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
             line.list = true;
         else if (argument == "--shots")
             value(line.shotsFolder);
+        else if (argument == "--recover")
+            line.recover = true;
         else if (argument == "--save")
             value(line.saveFile);
         else if (argument == "--export")
@@ -40,6 +42,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
     if (int(line.window) + int(line.tourFolder.has_value()) + int(line.list) > 1)
         throw std::invalid_argument("--window, --tour and --list are one or the other");
     if (line.shotsFolder && !line.window) throw std::invalid_argument("--shots goes with --window");
+    if (line.recover && !line.window) throw std::invalid_argument("--recover goes with --window");
     if ((line.saveFile || line.exportFile) && line.list)
         throw std::invalid_argument("--save and --export go with --tour, --window or alone");
     return line;
@@ -50,8 +53,8 @@ std::string usage(const std::string& defaultScene, const std::string& defaultPlu
     return "Usage: beamwright-viewer [SCENE] --tour DIR [--save FILE] [--export FILE] [--plugin "
            "PATH] [--root DIR]\n"
            "       beamwright-viewer [SCENE] [--save FILE] [--export FILE]\n"
-           "       beamwright-viewer [SCENE] --window [--shots DIR] [--save FILE] [--export FILE] "
-           "[--plugin PATH] [--root DIR]\n"
+           "       beamwright-viewer [SCENE] --window [--recover] [--shots DIR] [--save FILE] "
+           "[--export FILE] [--plugin PATH] [--root DIR]\n"
            "       beamwright-viewer [SCENE] --list\n"
            "       beamwright-viewer --help\n"
            "\n"
@@ -72,6 +75,10 @@ std::string usage(const std::string& defaultScene, const std::string& defaultPlu
            "  --window       open a window (needs an X display)\n"
            "  --list         print the scene as loaded and exit\n"
            "  --shots DIR    where F12 writes pictures of the window (default .)\n"
+           "  --recover      open the scene as it stood at the window's last change, from\n"
+           "                 its recovery file ($XDG_STATE_HOME/beamwright, by default\n"
+           "                 ~/.local/state/beamwright), which every change writes and a\n"
+           "                 save or a clean quit removes\n"
            "  --save FILE    write the scene as it stands (after the tour, if given) as a\n"
            "                 scene file that references the asset it came from; with\n"
            "                 --window, where Ctrl+S saves (default: back to a scene file,\n"

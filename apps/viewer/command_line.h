@@ -16,6 +16,7 @@ struct CommandLine {
     std::optional<std::string> shotsFolder;  // --shots DIR: the window's pictures
     std::optional<std::string> saveFile;     // --save FILE: the scene as it stands, as JSON
     std::optional<std::string> exportFile;   // --export FILE: the scene as it stands, as glTF
+    bool recover = false;                    // --recover: the window opens the recovery file
     std::optional<std::string> plugin;       // --plugin PATH
     std::optional<std::string> root;         // --root DIR: SORREL_ROOT
 };

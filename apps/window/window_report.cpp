@@ -37,6 +37,10 @@ void WindowReport::ready(int width, int height) const {
 
 void WindowReport::saved(const std::string& file) const { line("saved " + file); }
 
+void WindowReport::autosaved(const std::string& file) const { line("autosaved " + file); }
+
+void WindowReport::recovered(const std::string& file) const { line("recovered " + file); }
+
 void WindowReport::exported(const std::string& file) const { line("exported " + file); }
 
 void WindowReport::undo(const std::string& step) const { line("undo " + step); }

@@ -13,6 +13,8 @@
 //   hovered /path | hovered none        the light whose handle the pointer is on
 //   camera eye (..) target (..)         where the camera ended up after a move or F
 //   screenshot FILE                     a picture of the window was written
+//   autosaved FILE                      the recovery file was written after a change
+//   recovered FILE                      the window opened the recovery file
 //   saved FILE | exported FILE          the scene as it stands, saved or exported as glTF
 //   undo WHAT | redo WHAT               a step of the history undone or made again
 //   nothing placed: WHY                 a left press that changed no light, and why
@@ -44,6 +46,8 @@ public:
     void camera(const sorrel::Vec3& eye, const sorrel::Vec3& target) const;
     void screenshot(const std::string& file) const;
     void saved(const std::string& file) const;
+    void autosaved(const std::string& file) const;
+    void recovered(const std::string& file) const;
     void exported(const std::string& file) const;
     void undo(const std::string& step) const;
     void redo(const std::string& step) const;

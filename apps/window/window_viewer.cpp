@@ -5,8 +5,10 @@
 #include <GLFW/glfw3.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <set>
@@ -23,6 +25,7 @@
 #include "apps/window/layer_options.h"
 #include "apps/window/orbit_camera.h"
 #include "apps/window/panel_context.h"
+#include "apps/window/recovery_offer.h"
 #include "apps/window/viewer_panel.h"
 #include "apps/window/window_input.h"
 #include "apps/window/window_layout.h"
@@ -46,6 +49,9 @@ namespace {
 /// Frames drawn after input, so that the panel settles (ImGui answers a
 /// click or a hover on the frame after it).
 constexpr int kSettleFrames = 3;
+/// The longest the recovery file lags behind a change, seconds: a drag
+/// writes it at most this often.
+constexpr double kAutosaveSeconds = 0.25;
 /// Dolly steps for each pixel of a drag with Alt and the right button.
 constexpr double kDollyStepsPerPixel = 0.02;
 constexpr double kMillisecondsPerSecond = 1000.0;
@@ -99,21 +105,50 @@ WindowViewer::~WindowViewer() {
     panel_.reset();
 }
 
-void WindowViewer::run() {
+WindowViewer::Ending WindowViewer::run() {
     drawFrame();
     report_.ready(viewport().width, viewport().height);
     GLFWwindow* const window = window_.handle();
     while (glfwWindowShouldClose(window) == GLFW_FALSE) {
         if (framesToDraw_ > 0)
             glfwPollEvents();
+        else if (autosavePending_)
+            glfwWaitEventsTimeout(kAutosaveSeconds);
         else
             glfwWaitEvents();
+        autosaveIfDue();
         if (framesToDraw_ > 0) {
             drawFrame();
             --framesToDraw_;
         }
     }
+    if (recoverWanted_) return Ending::Recover;
+    // A clean quit keeps nothing for recovery; what was not saved is let go.
+    if (!settings_.recoveryFile.empty()) std::remove(settings_.recoveryFile.c_str());
     report_.quit();
+    return Ending::Quit;
+}
+
+void WindowViewer::changed() {
+    if (settings_.recoveryFile.empty()) return;
+    autosavePending_ = true;
+    autosaveIfDue();
+}
+
+void WindowViewer::autosaveIfDue() {
+    const auto now = std::chrono::steady_clock::now();
+    if (!autosavePending_ || now - lastAutosave_ < std::chrono::duration<double>(kAutosaveSeconds))
+        return;
+    autosavePending_ = false;
+    lastAutosave_ = now;
+    try {
+        makeFolders(std::filesystem::path(settings_.recoveryFile).parent_path().string());
+        saveAsItStands(settings_.recoveryFile, session_.scene(), scene(), viewNow());
+        report_.autosaved(settings_.recoveryFile);
+    } catch (const FileWriteError& error) {
+        std::fprintf(stderr, "beamwright-viewer: %s\n", error.what());
+        status_ = error.what();
+    }
 }
 
 sorrel::Viewport& WindowViewer::viewport() { return session_.viewport(); }
@@ -292,6 +327,7 @@ void WindowViewer::resized(int width, int height) {
 void WindowViewer::endPluginGesture() {
     if (history_.end(gestureLabel_)) {
         status_.clear();
+        changed();
     } else if (gestureButton_ == names::kLeftButton) {
         const std::string why = whyNothingPlaced(gestureModifiers_);
         status_ = "nothing placed: " + why;
@@ -315,6 +351,7 @@ std::string WindowViewer::whyNothingPlaced(int modifiers) {
 void WindowViewer::undo() {
     if (gesture_ != Gesture::None) return;
     if (const std::optional<std::string> step = history_.undo()) {
+        changed();
         report_.undo(*step);
         status_ = "undid " + *step;
     } else {
@@ -325,6 +362,7 @@ void WindowViewer::undo() {
 void WindowViewer::redo() {
     if (gesture_ != Gesture::None) return;
     if (const std::optional<std::string> step = history_.redo()) {
+        changed();
         report_.redo(*step);
         status_ = "redid " + *step;
     } else {
@@ -350,10 +388,12 @@ void WindowViewer::sendToPlugin(const std::string& type, const Pixel& pixel, int
     if (!mayPlace) return;
     const LightPoses after = lightPoses(scene());
     for (const std::string& path : movedLights(before, after)) {
+        changed();
         report_.placed(path, pixel, snapping.lastAnswer(), after.at(path));
         if (gestureLabel_.empty()) gestureLabel_ = "place " + path;
     }
     for (const std::string& path : newLights(before, after)) {
+        changed();
         report_.package(path);
         gestureLabel_ = "package " + path;
     }
@@ -496,6 +536,7 @@ void WindowViewer::editSelectedLight() {
         // The first change of an edit begins its step; letting go ends it.
         if (!history_.editing()) history_.begin();
         applyNumbers(path, numbers);
+        changed();
     }
     if (events.finished && history_.editing() && gesture_ == Gesture::None)
         history_.end("edit " + path);
@@ -517,6 +558,9 @@ void WindowViewer::save() {
     try {
         saveAsItStands(keepFiles_.save, session_.scene(), scene(), viewNow());
         report_.saved(keepFiles_.save);
+        // Saved: nothing left to recover.
+        autosavePending_ = false;
+        if (!settings_.recoveryFile.empty()) std::remove(settings_.recoveryFile.c_str());
         status_ = "saved " + keepFiles_.save;
     } catch (const FileWriteError& error) {
         std::fprintf(stderr, "beamwright-viewer: %s\n", error.what());
@@ -564,6 +608,11 @@ void WindowViewer::drawFrame() {
     if (chosen.light) select(*chosen.light);
     if (chosen.camera) showCamera(*chosen.camera);
     editSelectedLight();
+    if (settings_.recoveryOffered && !recoverWanted_ &&
+        drawRecoveryOffer(kPanelName, settings_.recoveryFile)) {
+        recoverWanted_ = true;
+        glfwSetWindowShouldClose(window_.handle(), GLFW_TRUE);
+    }
     const KeepRequest request = drawKeepPanel(kPanelName, keepFiles_);
     if (request == KeepRequest::Save) save();
     if (request == KeepRequest::Export) exportScene();
@@ -594,9 +643,9 @@ void WindowViewer::saveScreenshot(int width, int height) {
     }
 }
 
-void runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
-               const WindowSettings& settings, std::FILE* report) {
-    WindowViewer(scene, plugin, settings, report).run();
+WindowViewer::Ending runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
+                               const WindowSettings& settings, std::FILE* report) {
+    return WindowViewer(scene, plugin, settings, report).run();
 }
 
 }  // namespace viewer

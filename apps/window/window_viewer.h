@@ -13,6 +13,7 @@
 // Escape closes it. What each input becomes is decided in input_routing.h;
 // what the window does is reported line by line (window_report.h).
 
+#include <chrono>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -50,6 +51,11 @@ struct WindowSettings {
     /// Where Ctrl+S saves and Ctrl+E exports, where not where keepFilesFor says.
     std::optional<std::string> saveFile;
     std::optional<std::string> exportFile;
+    /// Where the scene is kept after every change, for a crash or a kill;
+    /// empty for nowhere. A clean quit or save removes it.
+    std::string recoveryFile;
+    /// A recovery file newer than the scene was found: the panel offers it.
+    bool recoveryOffered = false;
 };
 
 class WindowViewer {
@@ -63,8 +69,11 @@ public:
     WindowViewer(const WindowViewer&) = delete;
     WindowViewer& operator=(const WindowViewer&) = delete;
 
+    /// How the window closed: as asked, or to open the recovery file instead.
+    enum class Ending { Quit, Recover };
+
     /// Draws and handles input until the window closes.
-    void run();
+    Ending run();
 
 private:
     sorrel::Viewport& viewport();
@@ -125,6 +134,11 @@ private:
     ViewNow viewNow();
     void save();
     void exportScene();
+    /// Notes that the scene changed; the recovery file follows within
+    /// kAutosaveSeconds (at once when no change came in that time).
+    void changed();
+    /// Writes the recovery file when a change waits and its time has come.
+    void autosaveIfDue();
 
     // ---- what input does ----
 
@@ -208,13 +222,17 @@ private:
     std::optional<double> drawMilliseconds_;
     std::optional<double> pickMilliseconds_;
 
+    bool autosavePending_ = false;
+    std::chrono::steady_clock::time_point lastAutosave_;
+    bool recoverWanted_ = false;
+
     int framesToDraw_ = 0;
     bool screenshotWanted_ = false;
     int screenshots_ = 0;
 };
 
 /// Opens `scene` in a window and runs until it closes (WindowViewer).
-void runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
-               const WindowSettings& settings, std::FILE* report);
+WindowViewer::Ending runWindow(const SceneDescription& scene, const sorrel::PluginLibrary& plugin,
+                               const WindowSettings& settings, std::FILE* report);
 
 }  // namespace viewer
