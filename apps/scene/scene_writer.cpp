@@ -171,9 +171,12 @@ std::string sceneFileText(const SceneDescription& scene, const std::string& fold
     for (const LightDescription& l : scene.usdLights) usdLights.push_back(light(l));
     root["usdLights"] = usdLights;
     root["selection"] = scene.selection;
+    // By name, as a reader of JSON objects gives them back.
+    std::vector<std::pair<std::string, OptionValue>> sorted = scene.options;
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
     Json options = Json::object();
-    for (const auto& [name, value] : scene.options)
-        options[name] = std::visit(OptionJson{name}, value);
+    for (const auto& [name, value] : sorted) options[name] = std::visit(OptionJson{name}, value);
     root["options"] = options;
     root["tour"] = tour(scene.tour);
     std::string text;

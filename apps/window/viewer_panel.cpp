@@ -142,7 +142,7 @@ PanelChoice drawViewerPanel(LayerOptions& options, LightListState& list, const P
                             const PanelArea& area) {
     ImGui::SetNextWindowPos(ImVec2(area.x, 0.0f));
     ImGui::SetNextWindowSize(ImVec2(area.width, area.height));
-    ImGui::Begin("Beamwright", nullptr, kPanelFlags);
+    ImGui::Begin(kPanelName, nullptr, kPanelFlags);
     PanelChoice choice;
     choice.camera = drawCameraList(info.cameras, info.camera);
     modeList(options);

@@ -12,6 +12,9 @@
 
 namespace viewer {
 
+/// The panel's ImGui window, which other parts of the panel add to.
+constexpr const char* kPanelName = "Beamwright";
+
 struct PanelLight {
     std::string path;
     bool selected = false;
