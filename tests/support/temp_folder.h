@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 
 namespace testing_support {
@@ -37,5 +38,13 @@ public:
 private:
     std::string path_;
 };
+
+/// What the file at `path` holds; empty when it cannot be read.
+inline std::string contentOf(const std::string& path) {
+    std::ifstream in(path);
+    std::stringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
 
 }  // namespace testing_support

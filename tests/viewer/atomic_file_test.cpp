@@ -18,19 +18,14 @@
 
 namespace {
 
+using testing_support::contentOf;
+
 using viewer::FileCalls;
 using viewer::FileWriteError;
 using viewer::writeFileAtomically;
 
 const std::string kEarlier = "the scene as saved before\n";
 const std::string kNew = "the scene as it stands now, longer than before\n";
-
-std::string contentOf(const std::string& path) {
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 std::size_t filesIn(const std::string& folder) {
     std::size_t count = 0;

@@ -23,15 +23,10 @@ using namespace viewer;
 
 namespace {
 
+using testing_support::contentOf;
+
 constexpr double kTolerance = 1e-9;
 const std::string kPackage = "/root/world/lgt/package1";
-
-std::string contentOf(const std::string& path) {
-    std::ifstream in(path);
-    std::stringstream text;
-    text << in.rdbuf();
-    return text.str();
-}
 
 void expectSameLights(const std::vector<LightDescription>& saved,
                       const std::vector<LightDescription>& opened) {

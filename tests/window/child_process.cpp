@@ -75,6 +75,11 @@ ChildProcess::~ChildProcess() {
     close(output_);
 }
 
+int ChildProcess::killNow() {
+    if (!status_) kill(pid_, SIGKILL);
+    return wait();
+}
+
 std::optional<std::string> ChildProcess::nextLine(std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     for (;;) {

@@ -30,6 +30,8 @@ public:
     bool outputEnded() const { return outputEnded_; }
     /// Waits for the program to end: its exit status, or 128 and the signal.
     int wait();
+    /// Ends the program at once, as a crash or a kill would, and reaps it.
+    int killNow();
 
 private:
     pid_t pid_ = -1;

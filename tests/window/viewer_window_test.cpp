@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -173,19 +174,15 @@ protected:
             GTEST_SKIP() << "Xvfb cannot start here, so there is no window to test: "
                          << error.what();
         }
-        std::vector<std::string> environment{display_->environment()};
+        environment_ = {display_->environment(), "XDG_STATE_HOME=" + folder_.path() + "/state"};
         // Under AddressSanitizer, the X and GL driver libraries leave a few
         // allocations behind at exit, reported from a driver module already
         // unloaded, which no suppression can name. The viewer's leak check
         // is off for them; its own reference accounting still sets its exit
         // status, and the window's code is leak-checked in viewer_tests.
         if (const char* sanitizer = std::getenv("ASAN_OPTIONS"))
-            environment.push_back(std::string("ASAN_OPTIONS=") + sanitizer + ":detect_leaks=0");
-        viewer_ = std::make_unique<ChildProcess>(
-            std::vector<std::string>{BEAMWRIGHT_VIEWER_PATH, BEAMWRIGHT_STUDIO_SCENE, "--window",
-                                     "--shots", folder_.path(), "--save", savedFile(), "--export",
-                                     exportedFile()},
-            environment, folder_.path() + "/viewer.log");
+            environment_.push_back(std::string("ASAN_OPTIONS=") + sanitizer + ":detect_leaks=0");
+        startViewer({});
         const std::string ready = linesUntil("ready ").back();
         ASSERT_EQ(ready, "ready " + pixelText({view_.width(), view_.height()}));
         window_ = display_->xdotool({"search", "--sync", "--name", kWindowTitle});
@@ -198,6 +195,23 @@ protected:
         linesUntil("quit");
         // The viewer exits non-zero when attribute references leaked.
         EXPECT_EQ(viewer_->wait(), 0) << viewerErrors();
+    }
+
+    /// Starts the viewer on the studio scene in a window, with `more` arguments.
+    void startViewer(const std::vector<std::string>& more) {
+        std::vector<std::string> arguments{BEAMWRIGHT_VIEWER_PATH,
+                                           BEAMWRIGHT_STUDIO_SCENE,
+                                           "--window",
+                                           "--shots",
+                                           folder_.path(),
+                                           "--save",
+                                           savedFile(),
+                                           "--export",
+                                           exportedFile()};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        viewer_.reset();
+        viewer_ =
+            std::make_unique<ChildProcess>(arguments, environment_, folder_.path() + "/viewer.log");
     }
 
     std::string savedFile() const { return folder_.path() + "/saved.json"; }
@@ -265,6 +279,7 @@ protected:
     testing_support::TempFolder folder_;
     StudioView view_;
     std::unique_ptr<XvfbDisplay> display_;
+    std::vector<std::string> environment_;
     std::unique_ptr<ChildProcess> viewer_;
     std::string window_;
 };
@@ -436,6 +451,35 @@ TEST_F(ViewerWindow, APlacementUndoneIsGoneWithItsLightAndHandleAndARedoBringsIt
     const int moved = viewportPixelsThatDiffer(placedPicture, undone, width);
     EXPECT_GT(moved, width) << "the undo changed the picture";
     EXPECT_LT(viewportPixelsThatDiffer(placedPicture, redone, width), moved / 50);
+}
+
+TEST_F(ViewerWindow, AWindowKilledAfterSomePlacementsIsRecoveredWithTheSameLights) {
+    // The studio opens in "Normal".
+    Placement last;
+    for (const Vec3& point : {Vec3{-3.0, 0.0, 3.0}, Vec3{2.5, 0.0, 4.0}}) {
+        const Pixel pixel = view_.pixelOf(point);
+        clickAt(pixel);
+        last = placementAt(pixel);
+        EXPECT_EQ(linesUntil("autosaved ")
+                      .back()
+                      .rfind("autosaved " + folder_.path() + "/state/beamwright/studio.json-", 0),
+                  0u);
+    }
+    EXPECT_EQ(viewer_->killNow(), 128 + SIGKILL);
+
+    startViewer({"--recover"});
+    const std::vector<std::string> started = linesUntil("ready ");
+    ASSERT_EQ(started.front().rfind("recovered ", 0), 0u) << started.front();
+    window_ = display_->xdotool({"search", "--sync", "--name", kWindowTitle});
+    xdotool({"key", "ctrl+s"});
+    EXPECT_EQ(linesUntil("saved ").back(), "saved " + savedFile());
+    bool found = false;
+    for (const viewer::LightDescription& light : viewer::loadScene(savedFile()).lights) {
+        if (light.path != kKeyLight) continue;
+        found = true;
+        EXPECT_LT(sorrel::length(sorrel::matrixRow(light.local, 3) - last.position), 1e-3);
+    }
+    EXPECT_TRUE(found);
 }
 
 }  // namespace
