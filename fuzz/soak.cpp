@@ -26,6 +26,7 @@
 #include "host/core/plugin_library.h"
 #include "host/viewer/gl_context.h"
 #include "host/viewer/mesh.h"
+#include "host/viewer/mouse_event.h"
 #include "host/viewer/picking.h"
 #include "host/viewer_stage.h"
 
@@ -65,13 +66,7 @@ sorrel::Matrix lightPlace(long serial) {
     return {1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, x, 3.0 + static_cast<double>(serial % 3), z, 1};
 }
 
-AttrRef mouseMove(std::int32_t x, std::int32_t y) {
-    return sorrel::groupAttr({{"type", sorrel::stringAttr(sorrel::names::kMouseMove)},
-                              {"data", sorrel::groupAttr({{"x", sorrel::intAttr(x)},
-                                                          {"y", sorrel::intAttr(y)},
-                                                          {"buttons", sorrel::intAttr(0)},
-                                                          {"modifiers", sorrel::intAttr(0)}})}});
-}
+AttrRef mouseMove(std::int32_t x, std::int32_t y) { return sorrel::hover(x, y); }
 
 /// Resident memory of this process, in KiB.
 long residentKiB() {

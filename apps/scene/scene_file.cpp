@@ -465,8 +465,9 @@ SceneDescription loadAssetScene(const std::string& path) {
     fitDepthRanges(scene);
     // Lights placed from the asset stand off by a share of its size, whatever its units.
     const double distance = placementDistance(sceneBounds(scene.meshes));
-    scene.options = {
-        {"Enabled", 1}, {"DefaultDistance", distance}, {"DefaultShadowFallDistance", distance}};
+    scene.options = {{sorrel::names::kEnabled, 1},
+                     {sorrel::names::kDefaultDistance, distance},
+                     {sorrel::names::kDefaultShadowFallDistance, distance}};
     return scene;
 }
 

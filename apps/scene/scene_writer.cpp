@@ -7,6 +7,7 @@
 
 #include "apps/scene/atomic_file.h"
 #include "apps/scene/light_kind.h"
+#include "host/core/names.h"
 
 namespace viewer {
 
@@ -91,7 +92,7 @@ struct OptionJson {
     const std::string& name;
     Json operator()(int value) const {
         // "Enabled" is a switch in the file; other whole numbers stay numbers.
-        return name == "Enabled" ? Json(value != 0) : Json(value);
+        return name == sorrel::names::kEnabled ? Json(value != 0) : Json(value);
     }
     Json operator()(double value) const { return value; }
     Json operator()(const std::string& value) const { return value; }
