@@ -43,6 +43,8 @@ void WindowReport::recovered(const std::string& file) const { line("recovered " 
 
 void WindowReport::exported(const std::string& file) const { line("exported " + file); }
 
+void WindowReport::cameraNamed(const std::string& name) const { line("camera " + name); }
+
 void WindowReport::undo(const std::string& step) const { line("undo " + step); }
 
 void WindowReport::redo(const std::string& step) const { line("redo " + step); }

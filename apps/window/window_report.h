@@ -11,6 +11,7 @@
 //   package /path                       a light that a package command created
 //   selected /path                      a light selected by its handle or the list
 //   hovered /path | hovered none        the light whose handle the pointer is on
+//   camera NAME                         the view switched to one of the scene's cameras
 //   camera eye (..) target (..)         where the camera ended up after a move or F
 //   screenshot FILE                     a picture of the window was written
 //   autosaved FILE                      the recovery file was written after a change
@@ -44,6 +45,7 @@ public:
     void selected(const std::string& path) const;
     void hovered(const std::string& path) const;
     void camera(const sorrel::Vec3& eye, const sorrel::Vec3& target) const;
+    void cameraNamed(const std::string& name) const;
     void screenshot(const std::string& file) const;
     void saved(const std::string& file) const;
     void autosaved(const std::string& file) const;

@@ -466,6 +466,7 @@ void WindowViewer::showCamera(std::size_t index) {
     const CameraDescription& camera = session_.scene().cameras.at(index).camera;
     moveCamera(orbitCameraLookingAt(camera.eye, camera.target, camera.fovDegrees));
     cameraIndex_ = index;
+    report_.cameraNamed(session_.scene().cameras.at(index).name);
     report_.camera(eyeOf(camera_), camera_.target);
 }
 

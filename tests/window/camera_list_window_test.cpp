@@ -63,7 +63,8 @@ TEST(CameraListWindow, ChoosingACameraInThePanelMovesTheViewToIt) {
                       std::to_string(y + kSecondCameraBelowList), "click", "1"});
 
     // "top" looks down from twelve units up (the orbit stays short of vertical).
-    const std::optional<std::string> moved = lineStarting("camera ");
+    EXPECT_EQ(lineStarting("camera "), std::optional<std::string>("camera top"));
+    const std::optional<std::string> moved = lineStarting("camera eye ");
     ASSERT_TRUE(moved.has_value());
     static const std::regex kCamera(
         R"(camera eye \((\S+), (\S+), (\S+)\) target \((\S+), (\S+), (\S+)\))");
