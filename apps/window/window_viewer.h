@@ -134,6 +134,9 @@ private:
     ViewNow viewNow();
     void save();
     void exportScene();
+    /// The longest the recovery file lags behind a change, seconds: a drag
+    /// writes it at most this often.
+    static constexpr double kAutosaveSeconds = 0.25;
     /// Notes that the scene changed; the recovery file follows within
     /// kAutosaveSeconds (at once when no change came in that time).
     void changed();
