@@ -97,6 +97,7 @@ bool BeamwrightLayerVDC::locationEvent(const LocationEvent& event, bool) {
         data.pickerObject = makePickerObject(path);
     }
     updateLightLocationData(data);
+    lightSceneTree.recordChanged(node);
 
     // The host reports the moved location only; what lies below moves with it.
     if (!isNew && event.transformChanged) refreshSubtree(node);
@@ -205,13 +206,8 @@ void BeamwrightLayerVDC::markLocationsDirty() {
 void BeamwrightLayerVDC::removeLocation(const std::string& path) {
     LocationNode* const node = lightSceneTree.find(path);
     if (node == nullptr) return;
-    if (node->parent != nullptr) {
-        // Siblings do not keep their order: the last one takes the removed one's place.
-        std::vector<LocationNode*>& siblings = node->parent->children;
-        const auto entry = std::find(siblings.begin(), siblings.end(), node);
-        std::iter_swap(entry, siblings.end() - 1);
-        siblings.pop_back();
-    }
+    // Siblings do not keep their order: the last one takes the removed one's place.
+    lightSceneTree.unlinkFromParent(node);
     lightSceneTree.removeSubtree(node);
     markLocationsDirty();
 }
@@ -221,6 +217,7 @@ void BeamwrightLayerVDC::refreshSubtree(LocationNode* top) {
     for (LocationNode& node : lightSceneTree.walk(top)) {
         node.data.worldMatrix = delegate->getWorldTransform(*node.path, kCurrentTransform);
         updateLightLocationData(node.data);
+        lightSceneTree.recordChanged(&node);
     }
 }
 
@@ -228,14 +225,5 @@ void BeamwrightLayerVDC::collectLocationLights() {
     locationLights.clear();
     const LocationNode* const root = lightSceneTree.find(kRootPath);
     if (root == nullptr) return;
-    // Breadth first, as walk() goes, through a queue kept from one rebuild to
-    // the next: nodes are appended behind and read in front, never popped.
-    pendingNodes.assign(1, root);
-    for (std::size_t next = 0; next < pendingNodes.size(); ++next) {
-        const LocationNode* const node = pendingNodes[next];
-        const LightLocationData& data = node->data;
-        // An unlisted location does not hide what lies below it.
-        if (!data.excluded && data.isLight && data.showHandle) locationLights.push_back(&data);
-        for (const LocationNode* const child : node->children) pendingNodes.push_back(child);
-    }
+    lightSceneTree.collectListed(root, locationLights, pendingSlots);
 }

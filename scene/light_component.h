@@ -71,7 +71,7 @@ private:
     LightSceneTree lightSceneTree;
     std::vector<const LightLocationData*> locationLights;
     /// The queue of the walk that collects locationLights, kept for its capacity.
-    std::vector<const LocationNode*> pendingNodes;
+    std::vector<std::uint32_t> pendingSlots;
     /// Never replaced; made for the stage's root path.
     const std::shared_ptr<SceneNode> usdRoot;
     std::vector<LightLocationData> usdLights;

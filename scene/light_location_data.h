@@ -20,15 +20,13 @@ inline constexpr std::array<float, 4> kDefaultLightColor = {1.0f, 1.0f, 0.0f, 1.
 /// assigning retains the new group before it releases the old. The views do
 /// all of this, so the record needs no special members of its own.
 struct LightLocationData {
+    // The fields are in the order they are read, hot before cold: the light
+    // list's walk tests the first three of every location, the handle passes
+    // read the flags, identity, colour and pose of every light, in the first
+    // two cache lines; only an event reads the groups and the world matrix.
+
     /// Keeps the location off the light list while true.
     bool excluded = true;
-    /// A group with the single child "location", the path as a string attribute:
-    /// the object's identity in the viewer's picking.
-    Tessera::Sorrel::ViewerAPI::GroupAttribute pickerObject;
-    /// The location's whole attribute group from the latest event that carried one.
-    Tessera::Sorrel::ViewerAPI::GroupAttribute attributes;
-    /// World transformation (row vectors, translation in elements 12 to 14).
-    Tessera::Sorrel::ViewerUtils::Mat4d worldMatrix;
     bool isLight = false;
     /// A centre-of-interest handle may be drawn for this location.
     bool showHandle = false;
@@ -39,14 +37,21 @@ struct LightLocationData {
     /// First word of the hash of the path's string attribute: a light's identity
     /// across layers and draws.
     std::uint64_t locationHash = 0;
-    /// World space.
-    Tessera::Sorrel::ViewerUtils::Vec3d position;
+    /// Handle colour: red, green, blue, alpha.
+    std::array<float, 4> color = {0.0f, 0.0f, 0.0f, 0.0f};
     /// The centre of interest as a world-space point, not as a distance.
     Tessera::Sorrel::ViewerUtils::Vec3d centerOfInterest;
     /// World-space look direction, of unit length, or zero for a degenerate matrix.
     Tessera::Sorrel::ViewerUtils::Vec3d direction;
-    /// Handle colour: red, green, blue, alpha.
-    std::array<float, 4> color = {0.0f, 0.0f, 0.0f, 0.0f};
+    /// World space.
+    Tessera::Sorrel::ViewerUtils::Vec3d position;
+    /// A group with the single child "location", the path as a string attribute:
+    /// the object's identity in the viewer's picking.
+    Tessera::Sorrel::ViewerAPI::GroupAttribute pickerObject;
+    /// The location's whole attribute group from the latest event that carried one.
+    Tessera::Sorrel::ViewerAPI::GroupAttribute attributes;
+    /// World transformation (row vectors, translation in elements 12 to 14).
+    Tessera::Sorrel::ViewerUtils::Mat4d worldMatrix;
 };
 
 /// The picking identity of a location: a group whose single child "location" is

@@ -3,6 +3,7 @@
 // many at a time and handed back onto a free list, instead of one heap block
 // each. A scene of a million locations asks for a million nodes of one size.
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -10,11 +11,17 @@
 
 namespace UTIL::SceneTree {
 
-/// Blocks of one size, carved from chunks that double in size; a block given
-/// back is handed out again before a new one is carved. Chunks go only when
-/// the pool does.
+/// Blocks of one size, carved from chunks that grow with the pool; a block
+/// given back is handed out again before a new one is carved. Chunks go only
+/// when the pool does. Blocks lie side by side, 8-byte aligned, in the order
+/// they were handed out, so that nodes made one after another are walked in
+/// the order of their addresses.
 class NodePool {
 public:
+    /// What a block is aligned to: enough for pointers and doubles, and no
+    /// padding for a node whose size is a multiple of 8 and not of 16.
+    static constexpr std::size_t kAlignment = alignof(void*);
+
     NodePool() = default;
     NodePool(const NodePool&) = delete;
     NodePool& operator=(const NodePool&) = delete;
@@ -32,9 +39,12 @@ public:
             return block;
         }
         if (carved == chunkBlocks) {
-            // Each chunk twice the last, so that a large index asks the heap
-            // a few dozen times; left uninitialised.
-            chunkBlocks = chunks.empty() ? kFirstChunkBlocks : 2 * chunkBlocks;
+            // Each chunk an eighth of the blocks carved before it: at most a
+            // ninth of the pool is carved and not handed out, while a large
+            // index asks the heap no more than some hundred times. Left
+            // uninitialised.
+            totalBlocks += chunkBlocks;
+            chunkBlocks = std::max(kFirstChunkBlocks, totalBlocks / kGrowthDivisor);
             chunks.emplace_back(new std::byte[blockSize * chunkBlocks]);
             carved = 0;
         }
@@ -47,16 +57,18 @@ private:
     struct FreeBlock {
         FreeBlock* next;
     };
-    static constexpr std::size_t kFirstChunkBlocks = 16;
+    static constexpr std::size_t kFirstChunkBlocks = 64;
+    static constexpr std::size_t kGrowthDivisor = 8;
 
     static std::size_t roundUp(std::size_t size) {
-        constexpr std::size_t alignment = alignof(std::max_align_t);
-        return (size + alignment - 1) / alignment * alignment;
+        return (size + kAlignment - 1) / kAlignment * kAlignment;
     }
 
     std::size_t blockSize = 0;
     std::vector<std::unique_ptr<std::byte[]>> chunks;
     std::size_t chunkBlocks = 0;
+    /// Blocks of every chunk before the last.
+    std::size_t totalBlocks = 0;
     std::size_t carved = 0;
     FreeBlock* freeList = nullptr;
 };
@@ -94,7 +106,7 @@ private:
     friend class PoolAllocator;
 
     bool fitsPool() const {
-        return alignof(T) <= alignof(std::max_align_t) && pool->serves(sizeof(T));
+        return alignof(T) <= NodePool::kAlignment && pool->serves(sizeof(T));
     }
 
     NodePool* pool;

@@ -128,15 +128,17 @@ public:
     std::size_t size() const { return index.size(); }
 
 protected:
+    /// Room for eight children at once, one small block, spares the
+    /// reallocations at 1, 2 and 4 that most groups of a scene would go
+    /// through; a parent of fewer holds a few unused slots.
+    static constexpr std::size_t kFirstChildren = 8;
+
     IndexMap index;
 
 private:
     Node* link(Node* parent, Node* node) {
         node->depth = parent->depth + 1;
         node->parent = parent;
-        // Room for eight children at once, one small block, spares the
-        // reallocations at 1, 2 and 4 that most groups of a scene would go
-        // through; a parent of fewer holds a few unused slots.
         if (parent->children.empty()) parent->children.reserve(kFirstChildren);
         parent->children.push_back(node);
         nodeAdded(node);
@@ -153,8 +155,6 @@ private:
         }
         return lastParent;
     }
-
-    static constexpr std::size_t kFirstChildren = 8;
 
     Node* lastParent = nullptr;
     std::string parentKey;

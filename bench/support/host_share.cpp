@@ -1,7 +1,10 @@
 #include "bench/support/host_share.h"
 
+#include <x86intrin.h>
+
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <map>
 #include <string>
 #include <utility>
@@ -27,10 +30,52 @@ using Slots = std::array<void*, sorrel::kMaxSuitePositions>;
 /// Depth of host calls under way; more than 0 while the host works.
 int hostDepth = 0;
 
+/// The host's time in ticks of the time stamp counter, read at the edges of
+/// the outermost call: cheaper than a clock, and the same on every core.
+bool timing = false;
+std::uint64_t callStart = 0;
+std::uint64_t hostTicks = 0;
+std::uint64_t hostCalls = 0;
+std::uint64_t preemptedCalls = 0;
+/// Some ten times the longest call of the host's, far below a time slice.
+constexpr double kPreemptedSeconds = 20e-6;
+double secondsPerTick();
+
 struct HostCallScope {
-    HostCallScope() { ++hostDepth; }
-    ~HostCallScope() { --hostDepth; }
+    HostCallScope() {
+        if (hostDepth++ == 0 && timing) callStart = __rdtsc();
+    }
+    ~HostCallScope() {
+        if (--hostDepth == 0 && timing) {
+            const std::uint64_t ticks = __rdtsc() - callStart;
+            // A call that took this long lost the processor to another
+            // thread meanwhile; its time is not the host's work.
+            static const auto preempted =
+                static_cast<std::uint64_t>(kPreemptedSeconds / secondsPerTick());
+            if (ticks < preempted) {
+                hostTicks += ticks;
+                ++hostCalls;
+            } else {
+                ++preemptedCalls;
+            }
+        }
+    }
 };
+
+/// Seconds per tick of the time stamp counter, measured once against the clock.
+double secondsPerTick() {
+    static const double seconds = [] {
+        using Clock = std::chrono::steady_clock;
+        const auto start = Clock::now();
+        const std::uint64_t first = __rdtsc();
+        while (Clock::now() - start < std::chrono::milliseconds(20)) {
+        }
+        const std::uint64_t ticks = __rdtsc() - first;
+        return std::chrono::duration<double>(Clock::now() - start).count() /
+               static_cast<double>(ticks);
+    }();
+    return seconds;
+}
 
 /// The host's own table of each layout, as the host answered it.
 template <class Suite>
@@ -146,5 +191,69 @@ void separateHostShare(bool separateShare) {
 }
 
 bool insideHost() { return hostDepth > 0; }
+
+void timeHostCalls(bool on) {
+    secondsPerTick();
+    timing = on;
+    hostTicks = 0;
+    hostCalls = 0;
+    preemptedCalls = 0;
+}
+
+HostTime hostTime() {
+    return {static_cast<double>(hostTicks) * secondsPerTick(), hostCalls, preemptedCalls};
+}
+
+double stampSeconds() { return static_cast<double>(__rdtsc()) * secondsPerTick(); }
+
+namespace {
+
+/// A host function that does nothing, reached straight or through a trampoline.
+[[gnu::noinline]] int probeTarget(int value) {
+    asm volatile("" : "+r"(value));
+    return value;
+}
+int (*volatile probeStraight)(int) = &probeTarget;
+
+struct HostEntryProbe {
+    [[gnu::noinline]] static int call(int value) {
+        const HostCallScope scope;
+        return probeStraight(value);
+    }
+};
+int (*volatile probeSeparated)(int) = &HostEntryProbe::call;
+
+/// Ticks of `calls` calls through `function`, and the ticks counted inside.
+std::pair<std::uint64_t, std::uint64_t> probeTicks(int (*function)(int), int calls) {
+    const std::uint64_t insideBefore = hostTicks;
+    const std::uint64_t start = __rdtsc();
+    int value = 0;
+    for (int i = 0; i < calls; ++i) value = function(value);
+    const std::uint64_t end = __rdtsc();
+    return {end - start, hostTicks - insideBefore};
+}
+
+}  // namespace
+
+double countingCost() {
+    constexpr int kCalls = 1000;
+    constexpr int kTries = 300;
+    const bool wasTiming = timing;
+    const std::uint64_t ticks = hostTicks;
+    const std::uint64_t calls = hostCalls;
+    timing = true;
+    std::uint64_t straight = ~std::uint64_t{0};
+    std::uint64_t inside = ~std::uint64_t{0};
+    for (int i = 0; i < kTries; ++i) {
+        straight = std::min(straight, probeTicks(probeStraight, kCalls).first);
+        inside = std::min(inside, probeTicks(probeSeparated, kCalls).second);
+    }
+    timing = wasTiming;
+    hostTicks = ticks;
+    hostCalls = calls;
+    // The straight call itself is the host's work, not the counting's.
+    const double perCall = secondsPerTick() / kCalls;
+    return std::max(static_cast<double>(inside) - static_cast<double>(straight), 0.0) * perCall;
+}
 
 }  // namespace bench

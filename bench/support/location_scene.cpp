@@ -47,11 +47,7 @@ LocationScene::LocationScene(const std::vector<std::string>& paths) {
     PluginHost* const record = separableHostRecord();
     ViewportLayerPluginBase::setHost(record);
     ViewerDelegateComponentPluginBase::setHost(record);
-    handle = delegate
-                 .addComponent(sorrel::names::kLightComponent,
-                               reinterpret_cast<void* const*>(&componentSuite()))
-                 .handle();
-    locationEvent = componentSuite().locationEvent;
+    addComponent();
 
     const sorrel::AttrRef light = testing_support::lightAttributes(/* distance = */ 5.0);
     const sorrel::AttrRef group = testing_support::groupAttributes();
@@ -66,6 +62,19 @@ LocationScene::LocationScene(const std::vector<std::string>& paths) {
 }
 
 LocationScene::~LocationScene() { delegate.removeComponents(); }
+
+void LocationScene::addComponent() {
+    handle = delegate
+                 .addComponent(sorrel::names::kLightComponent,
+                               reinterpret_cast<void* const*>(&componentSuite()))
+                 .handle();
+    locationEvent = componentSuite().locationEvent;
+}
+
+void LocationScene::renewComponent() {
+    delegate.removeComponents();
+    addComponent();
+}
 
 void LocationScene::report(const RawLocationEvent& event) const {
     // Through the entry kept, as a host calls it: no look-up counted with the plugin.

@@ -34,11 +34,15 @@ public:
 
     /// Reports every path as new, in order, through the component's entry table.
     void ingest() const;
+    /// Puts a new component in place of the one there, so that every path is
+    /// new to it again; the host's scene stays.
+    void renewComponent();
     /// Reports that the attributes of the location at `index` changed.
     void reportChange(std::size_t index) const;
     BeamwrightLayerVDC& component();
 
 private:
+    void addComponent();
     void report(const Tessera::Sorrel::ViewerAPI::RawLocationEvent& event) const;
 
     sorrel::ViewerDelegate delegate;
