@@ -36,8 +36,8 @@ constexpr double kNanosecondsPerSecond = 1e9;
 constexpr int kLightCounts[] = {100, 1000, 10000};
 constexpr std::size_t kLocationCounts[] = {10000, 100000, 1000000};
 /// Enough repetitions for a steady least value, and a run of a minute or two.
-constexpr std::size_t kLightRepetitions = 300000;  // divided by the lights
-constexpr std::size_t kIngestRepetitions = 100000;  // divided by the locations, at least 2
+constexpr std::size_t kLightRepetitions = 300000;     // divided by the lights
+constexpr std::size_t kIngestRepetitions = 100000;    // divided by the locations, at least 2
 constexpr std::size_t kRebuildRepetitions = 1000000;  // divided by the locations, at least 5
 
 constexpr double kPassGoal = 1.5;
@@ -66,11 +66,15 @@ void countBlock(void* block, std::int64_t sign) {
 
 // ---- repetitions ----
 
-/// Seconds per item of the plugin and of its floor, one of each per repetition.
+/// Seconds per item, one of each per repetition: the path run straight, the
+/// host's share of it, and the floor. The plugin's own least time is the least
+/// straight run less the host's least share, and so for the median: a run and
+/// the count of the host's share are two runs, and least less least compares
+/// undisturbed with undisturbed.
 struct Samples {
-    std::vector<double> plugin;
-    std::vector<double> floor;
+    std::vector<double> straight;
     std::vector<double> host;
+    std::vector<double> floor;
 };
 
 double least(const std::vector<double>& values) {
@@ -103,12 +107,12 @@ double countingCost() {
     return cost;
 }
 
-/// The plugin's own seconds in `work`: a straight run, less the host's time
-/// in a run through the trampolines, which count it. A host call that lost the
+/// The seconds of a straight run of `work`, and in `hostSeconds` the host's
+/// share, counted in a run through the trampolines. A host call that lost the
 /// processor is taken to have lasted as long as the others on average.
 /// `prepare` runs, untimed, before each run.
-double ownSecondsOf(const std::function<void()>& prepare, const std::function<void()>& work,
-                    double& hostSeconds) {
+double straightSecondsOf(const std::function<void()>& prepare, const std::function<void()>& work,
+                         double& hostSeconds) {
     bench::separateHostShare(false);
     prepare();
     const double straight = spanOf(work);
@@ -122,10 +126,10 @@ double ownSecondsOf(const std::function<void()>& prepare, const std::function<vo
     if (host.calls != 0) {
         const auto counted = static_cast<double>(host.calls);
         const double seconds = host.seconds - counted * countingCost();
-        hostSeconds = std::max(seconds, 0.0) * static_cast<double>(host.calls + host.preempted) /
-                      counted;
+        hostSeconds =
+            std::max(seconds, 0.0) * static_cast<double>(host.calls + host.preempted) / counted;
     }
-    return straight - hostSeconds;
+    return straight;
 }
 
 // ---- the table ----
@@ -148,14 +152,14 @@ const char* verdict(bool held) { return held ? "held" : "MISSED"; }
 
 void printRow(const Row& row) {
     const Samples& s = row.samples;
-    const double ratio = least(s.plugin) / least(s.floor);
-    const double medianRatio = median(s.plugin) / median(s.floor);
+    const double own = least(s.straight) - least(s.host);
+    const double ratio = own / least(s.floor);
+    const double medianRatio = (median(s.straight) - median(s.host)) / median(s.floor);
     char goal[16] = "-";
     if (row.goal > 0.0) std::snprintf(goal, sizeof goal, "<= %.1f", row.goal);
     std::printf("%-32s %9zu %9.1f %8.1f %9.1f %7.2f %7.2f  %-8s %s\n", row.path.c_str(), row.items,
-                nanoseconds(least(s.plugin)), nanoseconds(least(s.host)),
-                nanoseconds(least(s.floor)), ratio, medianRatio, goal,
-                row.goal > 0.0 ? verdict(medianRatio <= row.goal) : "");
+                nanoseconds(own), nanoseconds(least(s.host)), nanoseconds(least(s.floor)), ratio,
+                medianRatio, goal, row.goal > 0.0 ? verdict(medianRatio <= row.goal) : "");
     std::fflush(stdout);
 }
 
@@ -163,15 +167,16 @@ void printRow(const Row& row) {
 /// beside the floor's own growth: where the floor grows past the goal, the
 /// plugin is held to growing no more than its floor.
 void printGrowth(const char* path, const Row& small, const Row& large) {
-    const double plugin = median(large.samples.plugin) / median(small.samples.plugin);
+    const auto own = [](const Samples& s) { return median(s.straight) - median(s.host); };
+    const double plugin = own(large.samples) / own(small.samples);
     const double floor = median(large.samples.floor) / median(small.samples.floor);
     const bool held = plugin <= kFlatGoal;
     const bool heldAgainstFloor = !held && floor > kFlatGoal && plugin <= floor;
-    std::printf("%-32s %9s plugin %5.2fx  floor %5.2fx  goal <= %.1f  %s\n", path, "",
-                plugin, floor, kFlatGoal,
-                held ? "held"
-                     : heldAgainstFloor ? "held as far as the floor allows: it grows past the goal"
-                                        : "MISSED");
+    std::printf("%-32s %9s plugin %5.2fx  floor %5.2fx  goal <= %.1f  %s\n", path, "", plugin,
+                floor, kFlatGoal,
+                held               ? "held"
+                : heldAgainstFloor ? "held as far as the floor allows: it grows past the goal"
+                                   : "MISSED");
 }
 
 // ---- the paths ----
@@ -195,17 +200,19 @@ void handlesRows(std::vector<Row>& draw, std::vector<Row>& picking) {
         scene.pickingPass();
         floor.drawPass();
         floor.pickingPass();
-        const auto add = [&](Samples& samples, double own, double host, double floorSeconds) {
-            samples.plugin.push_back(own / lights);
+        const auto add = [&](Samples& samples, double straight, double host, double floorSeconds) {
+            samples.straight.push_back(straight / lights);
             samples.host.push_back(host / lights);
             samples.floor.push_back(floorSeconds / lights);
         };
         for (std::size_t i = 0; i < repetitions(kLightRepetitions, count, 5); ++i) {
             double host = 0.0;
-            double own = ownSecondsOf(none, [&] { scene.drawPass(); }, host);
-            add(drawRow.samples, own, host, spanOf([&] { floor.drawPass(); }));
-            own = ownSecondsOf(startPicking, [&] { scene.pickingPass(); }, host);
-            add(pickRow.samples, own, host, spanOf([&] { floor.pickingPass(); }));
+            double straight = straightSecondsOf(
+                none, [&] { scene.drawPass(); }, host);
+            add(drawRow.samples, straight, host, spanOf([&] { floor.drawPass(); }));
+            straight = straightSecondsOf(
+                startPicking, [&] { scene.pickingPass(); }, host);
+            add(pickRow.samples, straight, host, spanOf([&] { floor.pickingPass(); }));
         }
         draw.push_back(std::move(drawRow));
         picking.push_back(std::move(pickRow));
@@ -240,9 +247,9 @@ void locationRows(std::vector<Row>& ingest, std::vector<Row>& rebuild, std::vect
             Samples& samples = ingestRow.samples;
             samples.floor.push_back(spanOf([&] { floor.ingest(); }) / locations);
             double host = 0.0;
-            const double own = ownSecondsOf([&] { scene.renewComponent(); },
-                                            [&] { scene.ingest(); }, host);
-            samples.plugin.push_back(own / locations);
+            const double straight =
+                straightSecondsOf([&] { scene.renewComponent(); }, [&] { scene.ingest(); }, host);
+            samples.straight.push_back(straight / locations);
             samples.host.push_back(host / locations);
         }
         ingest.push_back(std::move(ingestRow));
@@ -276,7 +283,7 @@ void locationRows(std::vector<Row>& ingest, std::vector<Row>& rebuild, std::vect
             for (std::size_t i = 0; i < repetitions(kRebuildRepetitions, size, 5); ++i) {
                 scene.reportChange(bench::kLocationsPerLight);
                 if (cold) evictCaches();
-                row->samples.plugin.push_back(spanOf([&] { component.getLights(); }) / locations);
+                row->samples.straight.push_back(spanOf([&] { component.getLights(); }) / locations);
                 row->samples.host.push_back(0.0);
                 if (cold) evictCaches();
                 row->samples.floor.push_back(spanOf([&] { walkFloor.walk(); }) / locations);
@@ -307,8 +314,7 @@ int main(int argc, char** argv) {
     std::printf(
         "Thread CPU time per item, the host's share taken out; ratios of the least and of the "
         "median\nover the repetitions, the verdict on the median\n");
-    std::printf("Counting a host call's time adds %.1f ns to it\n",
-                nanoseconds(countingCost()));
+    std::printf("Counting a host call's time adds %.1f ns to it\n", nanoseconds(countingCost()));
     printHeader();
     std::vector<Row> draw;
     std::vector<Row> picking;

@@ -105,9 +105,7 @@ private:
     template <class U>
     friend class PoolAllocator;
 
-    bool fitsPool() const {
-        return alignof(T) <= NodePool::kAlignment && pool->serves(sizeof(T));
-    }
+    bool fitsPool() const { return alignof(T) <= NodePool::kAlignment && pool->serves(sizeof(T)); }
 
     NodePool* pool;
 };

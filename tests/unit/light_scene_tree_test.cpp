@@ -2,12 +2,12 @@
 // records, in the same order, as a walk of the tree itself, through removals
 // that reorder siblings and additions that take removed nodes' places.
 
+#include "scene/light_scene_tree.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
-
-#include "scene/light_scene_tree.h"
 
 namespace {
 
