@@ -240,6 +240,9 @@ void checkSizes(const aiScene& scene, const std::vector<PlacedNode>& nodes,
     if (scene.mNumCameras > limits.cameras)
         refuse(path, std::to_string(scene.mNumCameras) + " cameras, more than " +
                          std::to_string(limits.cameras));
+    if (scene.mNumMaterials > limits.materials)
+        refuse(path, std::to_string(scene.mNumMaterials) + " materials, more than " +
+                         std::to_string(limits.materials));
 }
 
 sorrel::Material materialOf(const aiMaterial* source) {

@@ -30,6 +30,7 @@ struct ImportLimits {
     std::size_t nodes = 100'000;
     std::size_t lights = 1'000;
     std::size_t cameras = 1'000;
+    std::size_t materials = 10'000;
 };
 
 /// What one asset brings into a scene.
