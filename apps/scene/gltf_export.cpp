@@ -23,7 +23,7 @@ double roughnessOfShininess(double shininess) { return std::sqrt(2.0 / (shinines
 /// What a light's node and the light are named: its path below the lights'
 /// root ("key", "package1/light"), which a reader makes a name of its own of.
 std::string nodeNameOf(const std::string& path) {
-    const std::string root = "/root/world/lgt/";
+    const std::string root = std::string(kLightsRoot) + "/";
     if (path.compare(0, root.size(), root) == 0) return path.substr(root.size());
     const std::size_t slash = path.rfind('/');
     return slash == std::string::npos ? path : path.substr(slash + 1);

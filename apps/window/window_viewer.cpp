@@ -79,12 +79,13 @@ WindowViewer::WindowViewer(const SceneDescription& scene, const sorrel::PluginLi
               std::string(kWindowTitle) + " - " + scene.file),
       session_(scene, plugin, window_),
       history_(session_.stage().delegate()),
-      keepFiles_{settings.saveFile.value_or(keepFilesFor(scene.file).save),
-                 settings.exportFile.value_or(keepFilesFor(scene.file).gltf)},
+      keepFiles_(keepFilesFor(scene.file)),
       report_(report),
       settings_(std::move(settings)),
       usdLights_(usdLightPaths(scene)),
       options_(layerOptionsAfter(scene.options)) {
+    if (settings_.saveFile) keepFiles_.save = *settings_.saveFile;
+    if (settings_.exportFile) keepFiles_.gltf = *settings_.exportFile;
     const CameraDescription& camera = scene.camera;
     camera_ = orbitCameraLookingAt(camera.eye, camera.target, camera.fovDegrees);
     for (std::size_t i = 0; i < scene.cameras.size() && !cameraIndex_; ++i)
